@@ -1,0 +1,58 @@
+// Icon analysis, layer blends and effects on RGBA_8888 bitmaps. Bitmaps are android.graphics.Bitmap objects; colour is
+// premultiplied by alpha. Names are bound letter for letter by the Java side and by native callers.
+//
+// Status: 0, or the negative result of the bitmap call that failed, or ANDROID_BITMAP_RESULT_BAD_PARAMETER for arguments that
+// would lead outside of the bitmaps. A bitmap of another format than RGBA_8888 is left alone and gives 0.
+#pragma once
+
+#include <jni.h>
+
+class __attribute__((visibility("default"))) KorvGraphics2D {
+public:
+    // Number of pixels whose alpha is not 0, or is 0; 0 on failure.
+    static int getBitmapVisiblePointNum(JNIEnv* env, jobject bitmap);
+    static int getBitmapInvisiblePointNum(JNIEnv* env, jobject bitmap);
+
+    // Share (0 to 1) of the area left of each row's first visible pixel and right of its last; a row without one counts whole.
+    // A pixel is visible where alpha > threshold; a NaN threshold hides all. 0 on failure.
+    static float getBitmapInvisibleAreaPrecent(JNIEnv* env, jobject bitmap, float threshold);
+
+    // {r, g, b, a}, the truncated averages over the pixels with alpha >= minAlpha (unsigned, so that a negative minAlpha
+    // excludes all), or alpha != 0, of the rectangle clipped to the bitmap. Zeros on failure and where no pixel counts.
+    // Deliberate: a negative x or y moves the rectangle to 0 without shortening it.
+    static void getBitmapAverageColorInRect(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out,
+                                            int minAlpha);
+    static void getBitmapAverageColorInRect2(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out);
+
+    // {left, top, right, bottom}, inclusive, of the pixels with alpha > threshold; zeros on failure and where nothing is found.
+    // Another format than RGBA_8888 gives the whole bitmap.
+    static void getBitmapTransparentCutOffRect(JNIEnv* env, jobject bitmap, int threshold, jintArray rect);
+
+    // Whether the box {.., .., w, h} is more than a tenth away from square; then square = {x, y, side, side} centres it. Adds 1
+    // to box[2] and box[3] on every call.
+    static bool getIconBitmapInfo(JNIEnv* env, jintArray box, jintArray square);
+
+    // Fits size = {width, height} to the target times scaleA (useFirst != 0) or scaleB, made even downward, keeping the aspect
+    // ratio.
+    static void getSourceSize(JNIEnv* env, unsigned char useFirst, float scaleA, float scaleB, jintArray size, int targetW,
+                              int targetH);
+
+    // The product of two alphas on the 0 to 255 scale: a * b * K.
+    static float getAlphaAB(float a, float b);
+
+    // One channel of a blend before truncation, from base and layer channel (c1, c2) and base and layer alpha (a1, a2), all 0
+    // to 255. Without the bitmap operations' guards: a zero divisor gives what the clamps make of infinity (0 or the ceiling)
+    // or NaN (0).
+    static float getChannelDarken(float c1, float c2, float a1, float a2);
+    static float getChannelMultiply(float c1, float c2, float a1, float a2);
+    static float getChannelColorBurn(float c1, float c2, float a1);
+    static float getChannelColorBurnB(float c1, float c2, float a1, float a2, float bound);
+
+    // Layer blends: the layer is blended into the base, in place; the formulas stand in KorvGraphics2D/Blends.cpp. Status.
+    static int BitmapDarken(JNIEnv* env, jobject base, jobject layer);
+    static int BitmapMultiply(JNIEnv* env, jobject base, jobject layer);
+    static int BitmapColorBurn(JNIEnv* env, jobject base, jobject layer);
+    static int BitmapColorBurnB(JNIEnv* env, jobject base, jobject layer);
+    static int BitmapLinearBurn(JNIEnv* env, jobject base, jobject layer, int offset);
+    static int BitmapDarkerColor(JNIEnv* env, jobject base, jobject layer);
+};

@@ -1,0 +1,140 @@
+// Measurements of icon bitmaps.
+#include "../BitmapFrames.h"
+#include "../KorvGraphics2D.h"
+
+#include <algorithm>
+
+namespace {
+
+template <typename Test>
+INLINE inline int countPixels(JNIEnv* env, jobject bitmap, Test test) {
+    return measure<int>(env, bitmap, [=](Pixels pixels) INLINE {
+        Word count = 0;
+        for (std::size_t y = 0; y < pixels.height; ++y) {
+            const StoredWord* row = pixels.row(y);
+            for (std::size_t x = 0; x < pixels.width; ++x) count += test(row[x] >> alpha) ? 1 : 0;
+        }
+        return int(count);
+    });
+}
+
+// Truncated averages of the channels of those pixels of the rectangle whose alpha passes the test.
+template <typename Test>
+INLINE inline void averageColour(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out, Test test) {
+    rectangle(env, out, [=]() INLINE -> FourInts {
+        if (w == 0 || h == 0) return {};
+        return measure<FourInts>(env, bitmap, [=](Pixels pixels) INLINE -> FourInts {
+            // Deliberate: a negative start moves to 0 and the extent stays.
+            auto clip = [](int start, int extent, std::int64_t size, std::int64_t& first, std::int64_t& end) INLINE {
+                first = std::min<std::int64_t>(std::max(start, 0), size);
+                end = std::min<std::int64_t>(first + std::max(extent, 0), size);
+            };
+            std::int64_t left, right, top, bottom;
+            clip(x, w, pixels.width, left, right);
+            clip(y, h, pixels.height, top, bottom);
+            Word r = 0, g = 0, b = 0, a = 0, n = 0;
+            for (std::int64_t row = top; row < bottom; ++row) {
+                const StoredWord* words = pixels.row(std::size_t(row));
+                for (std::int64_t column = left; column < right; ++column) {
+                    Word included = test(words[column] >> alpha) ? 1 : 0, word = included ? words[column] : 0;
+                    r += word >> red & 255;
+                    g += word >> green & 255;
+                    b += word >> blue & 255;
+                    a += word >> alpha;
+                    n += included;
+                }
+            }
+            if (n == 0) return {};
+            return {jint(r / n), jint(g / n), jint(b / n), jint(a / n)};
+        });
+    });
+}
+
+INLINE inline bool anyAbove(const StoredWord* row, std::int64_t from, std::int64_t to, int threshold) {
+    int count = 0;
+    for (std::int64_t x = from; x < to; ++x) count += byteOf(row[x], alpha) > threshold ? 1 : 0;
+    return count != 0;
+}
+
+// The tight rectangle around the pixels with alpha > threshold. Deliberately uneven: the scans for top and left leave out the
+// last row and the last column, the scan for bottom the last column, the scan for right the bottom row itself; what a scan does
+// not find stays 0.
+INLINE inline FourInts cutOff(Pixels pixels, int threshold) {
+    const std::int64_t width = pixels.width, height = pixels.height;
+    auto row = [&](std::int64_t y) INLINE { return pixels.row(std::size_t(y)); };
+    std::int64_t left = 0, top = 0, right = 0, bottom = 0;
+    for (std::int64_t y = 0; y < height - 1; ++y)
+        if (anyAbove(row(y), 0, width - 1, threshold)) {
+            top = y;
+            break;
+        }
+    // The first column of all rows is the least of the rows' first columns, so the search narrows row by row.
+    std::int64_t nearest = width - 1;
+    for (std::int64_t y = top; y < height - 1; ++y)
+        if (anyAbove(row(y), 0, nearest, threshold)) {
+            nearest = 0;
+            while (byteOf(row(y)[nearest], alpha) <= threshold) ++nearest;
+            left = nearest;
+        }
+    for (std::int64_t y = height - 1; y > 0; --y)
+        if (anyAbove(row(y), left, width - 1, threshold)) {
+            bottom = y;
+            break;
+        }
+    for (std::int64_t y = top; y < bottom; ++y)
+        if (anyAbove(row(y), right + 1, width, threshold)) {
+            right = width - 1;
+            while (byteOf(row(y)[right], alpha) <= threshold) --right;
+        }
+    return {jint(left), jint(top), jint(right), jint(bottom)};
+}
+
+}  // namespace
+
+CLONES int KorvGraphics2D::getBitmapVisiblePointNum(JNIEnv* env, jobject bitmap) {
+    return countPixels(env, bitmap, [](Word a) INLINE { return a != 0; });
+}
+
+CLONES int KorvGraphics2D::getBitmapInvisiblePointNum(JNIEnv* env, jobject bitmap) {
+    return countPixels(env, bitmap, [](Word a) INLINE { return a == 0; });
+}
+
+CLONES float KorvGraphics2D::getBitmapInvisibleAreaPrecent(JNIEnv* env, jobject bitmap, float threshold) {
+    return measure<float>(env, bitmap, [=](Pixels pixels) INLINE -> float {
+        if (pixels.width == 0 || pixels.height == 0) return 0.0f;
+        Word count = 0;
+        for (std::size_t y = 0; y < pixels.height; ++y) {
+            const StoredWord* row = pixels.row(y);
+            auto visible = [=](Word x) INLINE { return channelOf(row[x], alpha) > threshold; };
+            Word first = 0, end = pixels.width;
+            while (first < end && !visible(first)) ++first;
+            while (end > first && !visible(end - 1)) --end;
+            count += pixels.width - (end - first);
+        }
+        return float(int(count)) / float(pixels.width * pixels.height);
+    });
+}
+
+CLONES void KorvGraphics2D::getBitmapAverageColorInRect(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out,
+                                                        int minAlpha) {
+    averageColour(env, bitmap, x, y, w, h, out, [=](Word a) INLINE { return a >= Word(minAlpha); });
+}
+
+CLONES void KorvGraphics2D::getBitmapAverageColorInRect2(JNIEnv* env, jobject bitmap, int x, int y, int w, int h,
+                                                         jintArray out) {
+    averageColour(env, bitmap, x, y, w, h, out, [](Word a) INLINE { return a != 0; });
+}
+
+CLONES void KorvGraphics2D::getBitmapTransparentCutOffRect(JNIEnv* env, jobject object, int threshold, jintArray rect) {
+    rectangle(env, rect, [=]() INLINE -> FourInts {
+        Bitmap bitmap{env, object};
+        FourInts answer{};
+        if (bitmap.describe() < 0 || (bitmap.isRgba() && !bitmap.isSound())) return answer;
+        // Deliberate: the lock comes before the format is looked at; another format has no border to cut off.
+        whileLocked(bitmap, [&](Pixels pixels) INLINE {
+            answer =
+                bitmap.isRgba() ? cutOff(pixels, threshold) : FourInts{0, 0, jint(pixels.width - 1), jint(pixels.height - 1)};
+        });
+        return answer;
+    });
+}

@@ -1,0 +1,46 @@
+// An RGBA_8888 pixel as one 32-bit word: channels out, channels in.
+#pragma once
+
+#include "Target.h"
+
+#include <climits>
+#include <cstdint>
+
+// Red, green, blue and alpha from the low byte up; colour is premultiplied by alpha.
+using Word = std::uint32_t;
+
+// A word in a bitmap's memory, which may have any alignment and any other type's bytes.
+using StoredWord = Word __attribute__((may_alias, aligned(1)));
+
+// A channel's value for arithmetic: an exact byte, 0 to 255, or what a formula makes of it.
+using Channel = float;
+
+// The float next above 1/255 (bits 0x3B808083). Always multiplied in where a value is divided by 255: 255 * K is 1.0000002, and
+// clamps and truncations depend on that.
+inline constexpr Channel K = 0.00392157f;
+
+enum Shift { red = 0, green = 8, blue = 16, alpha = 24 };
+inline constexpr Word colour = 0x00FFFFFF, opacity = 0xFF000000;
+
+inline INLINE int byteOf(Word word, int shift) { return int(word >> shift & 255); }
+inline INLINE Channel channelOf(Word word, int shift) { return Channel(byteOf(word, shift)); }
+
+// Truncation toward zero that saturates at the ends of int; NaN gives 0.
+inline INLINE int truncated(float value) {
+    return value >= 0x1p31f ? INT_MAX : value < -0x1p31f ? INT_MIN : value == value ? int(value) : 0;
+}
+
+// The byte of a value that its formula keeps in 0 <= value < 256, truncated.
+inline constexpr auto stored = [](Channel value) INLINE { return Word(int(value)); };
+
+// The low byte of any value, truncated.
+inline constexpr auto wrapped = [](Channel value) INLINE { return Word(truncated(value)) & 255; };
+
+// Maximum with 0: NaN and -0 give +0.
+inline INLINE Channel floored(Channel value) { return value > 0.0f ? value : 0.0f; }
+
+// 0 <= result <= ceiling; NaN gives 0.
+inline INLINE Channel clamped(Channel value, Channel ceiling) {
+    Channel low = floored(value);
+    return low < ceiling ? low : ceiling;
+}
