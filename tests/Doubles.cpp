@@ -1,0 +1,115 @@
+#include "Doubles.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+std::string calls;
+
+namespace {
+
+constexpr unsigned char guardByte = 0xA5;
+
+FakeBitmap& bitmapOf(const char* call, jobject object) {
+    FakeBitmap& bitmap = *reinterpret_cast<FakeBitmap*>(object);
+    calls += (calls.empty() ? "" : ", ") + std::string(call) + " " + std::to_string(bitmap.number);
+    return bitmap;
+}
+
+bool inside(FakeIntArray& array, jsize start, jsize length) {
+    bool fits = start >= 0 && length >= 0 && std::size_t(start) + std::size_t(length) <= array.ints.size();
+    array.overrun |= !fits;
+    return fits;
+}
+
+void getIntArrayRegion(JNIEnv*, jintArray object, jsize start, jsize length, jint* out) {
+    FakeIntArray& array = *reinterpret_cast<FakeIntArray*>(object);
+    if (inside(array, start, length)) std::copy_n(array.ints.begin() + start, length, out);
+}
+
+void setIntArrayRegion(JNIEnv*, jintArray object, jsize start, jsize length, const jint* in) {
+    FakeIntArray& array = *reinterpret_cast<FakeIntArray*>(object);
+    if (inside(array, start, length)) std::copy_n(in, length, array.ints.begin() + start);
+}
+
+}  // namespace
+
+FakeBitmap::FakeBitmap(std::uint32_t width, std::uint32_t height, std::uint32_t padding, int format)
+    : info{width, height, 4 * width + padding, format, 0},
+      rowPadding(padding),
+      memory(2 * guard + height * info.stride, guardByte) {
+    fill(0);
+}
+
+FakeBitmap::FakeBitmap(std::uint32_t width, std::uint32_t height, std::vector<std::uint32_t> pixels)
+    : FakeBitmap(width, height) {
+    for (std::size_t i = 0; i < pixels.size(); ++i) set(i % width, i / width, pixels[i]);
+}
+
+std::uint32_t FakeBitmap::get(std::size_t x, std::size_t y) const {
+    std::uint32_t pixel;
+    std::memcpy(&pixel, memory.data() + guard + y * info.stride + 4 * x, sizeof pixel);
+    return pixel;
+}
+
+void FakeBitmap::set(std::size_t x, std::size_t y, std::uint32_t pixel) {
+    std::memcpy(pixels() + y * info.stride + 4 * x, &pixel, sizeof pixel);
+}
+
+void FakeBitmap::fill(std::uint32_t pixel) {
+    for (std::uint32_t y = 0; y < info.height; ++y)
+        for (std::uint32_t x = 0; x < info.width; ++x) set(x, y, pixel);
+}
+
+bool FakeBitmap::guardsIntact() const {
+    auto untouched = [&](std::size_t from, std::size_t count) {
+        auto first = memory.begin() + std::ptrdiff_t(from);
+        return std::all_of(first, first + std::ptrdiff_t(count), [](unsigned char byte) { return byte == guardByte; });
+    };
+    std::size_t stride = memory.size() > 2 * guard ? (memory.size() - 2 * guard) / info.height : 0;
+    bool intact = untouched(0, guard) && untouched(memory.size() - guard, guard);
+    for (std::size_t y = 0; stride && y < info.height; ++y)
+        intact &= untouched(guard + (y + 1) * stride - rowPadding, rowPadding);
+    return intact;
+}
+
+JNIEnv* fakeEnv() {
+    static JNINativeInterface functions = [] {
+        JNINativeInterface table{};
+        table.GetIntArrayRegion = getIntArrayRegion;
+        table.SetIntArrayRegion = setIntArrayRegion;
+        return table;
+    }();
+    static JNIEnv env{&functions};
+    return &env;
+}
+
+std::string toString(std::uint32_t pixel) {
+    char text[32];
+    std::snprintf(text, sizeof text, "(%u, %u, %u, %u)", pixel & 255, pixel >> 8 & 255, pixel >> 16 & 255, pixel >> 24);
+    return text;
+}
+
+extern "C" {
+
+int AndroidBitmap_getInfo(JNIEnv*, jobject object, AndroidBitmapInfo* info) {
+    const FakeBitmap& bitmap = bitmapOf("getInfo", object);
+    if (bitmap.infoResult >= 0) *info = bitmap.info;
+    return bitmap.infoResult;
+}
+
+int AndroidBitmap_lockPixels(JNIEnv*, jobject object, void** address) {
+    FakeBitmap& bitmap = bitmapOf("lock", object);
+    if (bitmap.lockResult >= 0) {
+        ++bitmap.locks;
+        *address = bitmap.pixels();
+    }
+    return bitmap.lockResult;
+}
+
+int AndroidBitmap_unlockPixels(JNIEnv*, jobject object) {
+    FakeBitmap& bitmap = bitmapOf("unlock", object);
+    --bitmap.locks;
+    return bitmap.unlockResult;
+}
+}

@@ -1,0 +1,50 @@
+// What stands in for Android in the tests: bitmaps with guarded memory whose calls are recorded and can be made to fail, Java
+// arrays, and a JNIEnv that knows the three array functions the library uses.
+#pragma once
+
+#include <android/bitmap.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// The calls since the last reset, as "getInfo 1", "lock 2"; bitmaps carry the number that they were given.
+extern std::string calls;
+
+struct FakeBitmap {
+    AndroidBitmapInfo info{};
+    int number = 1;
+    int infoResult = 0, lockResult = 0, unlockResult = 0;  // what the calls return; negative: the call fails
+    int locks = 0;                                         // taken and not released
+
+    // Rows of width pixels, each followed by `padding` bytes; padding and both ends are filled with a pattern.
+    FakeBitmap(std::uint32_t width, std::uint32_t height, std::uint32_t padding = 0,
+               int format = ANDROID_BITMAP_FORMAT_RGBA_8888);
+    FakeBitmap(std::uint32_t width, std::uint32_t height, std::vector<std::uint32_t> pixels);
+
+    jobject object() { return reinterpret_cast<jobject>(this); }
+    unsigned char* pixels() { return memory.data() + guard; }
+    std::uint32_t get(std::size_t x, std::size_t y) const;
+    void set(std::size_t x, std::size_t y, std::uint32_t pixel);
+    void fill(std::uint32_t pixel);
+    bool guardsIntact() const;
+    bool operator==(const FakeBitmap& other) const { return memory == other.memory; }
+
+private:
+    static constexpr std::size_t guard = 256;
+    std::uint32_t rowPadding = 0;
+    std::vector<unsigned char> memory;
+};
+
+struct FakeIntArray {
+    std::vector<jint> ints;
+    bool overrun = false;  // a region copy went beyond the array: Java throws, nothing is copied
+
+    jintArray object() { return reinterpret_cast<jintArray>(this); }
+};
+
+JNIEnv* fakeEnv();
+
+// A pixel from its channels, as it stands in memory.
+constexpr std::uint32_t rgba(unsigned r, unsigned g, unsigned b, unsigned a) { return r | g << 8 | b << 16 | a << 24; }
+std::string toString(std::uint32_t pixel);

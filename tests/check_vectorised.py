@@ -1,0 +1,104 @@
+"""Checks in the machine code that the pixel loops are vectorised, and that nothing stayed out of line.
+
+usage: check_vectorised.py BINARY --level LEVEL --machine MACHINE [--objdump PROGRAM]
+
+For every operation that jni/Operations.def lists as a BLEND, the binary must hold a loop that stores whole vectors of the level's
+width, computes on such vectors, and makes no call and no arithmetic on single floats. A build with clones is checked clone by
+clone; its default clone, for processors without fused multiply-add, is not (the plain baseline build is).
+"""
+
+import argparse
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+arguments = argparse.ArgumentParser()
+arguments.add_argument("binary")
+arguments.add_argument("--level", required=True)
+arguments.add_argument("--machine", required=True)
+arguments.add_argument("--objdump", default="objdump")
+arguments.add_argument("--list", action="store_true", help="one line for every loop that passes")
+options = arguments.parse_args()
+
+# Operations whose rule no loop of vectors can compute, with the reason.
+exempt = {}
+
+arm = options.machine == "aarch64"
+registers = {"x86-64-v4": "%zmm", "x86-64-v3": "%ymm", "x86-64": "%xmm"}
+branch = re.compile(r"(b\.?\w*|cbn?z|tbn?z)\s" if arm else r"j\w+\s")
+call = re.compile(r"(bl|blr)\s" if arm else r"call")
+single = re.compile(r"f(mul|add|sub|div|madd|msub|sqrt)\s+s\d" if arm else r"v?(mul|add|sub|div|sqrt|fn?m(add|sub)\w*)ss\s")
+
+
+def vector_store(text, register):
+    if arm:
+        return re.match(r"st[rp1u]\w*\s+(\{\s*)?[qv]\d", text)
+    return re.match(rf"v?mov\w+\s+{register}\d+,\S*\(", text)
+
+
+def vector_arithmetic(text, register):
+    if arm:
+        return re.match(r"f\w+\s+v\d+\.(4s|2d)", text)
+    return re.match(rf"v?(mul|add|sub|div|sqrt|fn?m\w+)(ps|pd)\s.*{register}", text)
+
+
+def loops(instructions):
+    """The innermost loops: spans from a backward branch's target to the branch with no other such span inside."""
+    spans = []
+    for index, (address, text) in enumerate(instructions):
+        target = branch.match(text) and re.search(r"\b([0-9a-f]{3,})\b(?=\s*<|$)", text)
+        if target and instructions[0][0] <= int(target[1], 16) <= address:
+            spans.append((int(target[1], 16), index))
+    for start, end in spans:
+        body = [text for address, text in instructions[: end + 1] if address >= start]
+        inner = [s for s, e in spans if (s, e) != (start, end) and s >= start and e <= end]
+        if not inner:
+            yield body
+
+
+def functions():
+    disassembly = subprocess.run([options.objdump, "-d", "-C", "--no-show-raw-insn", options.binary], check=True, capture_output=True, text=True)
+    name, instructions = None, []
+    for line in disassembly.stdout.splitlines():
+        if header := re.match(r"[0-9a-f]+ <(.*)>:$", line):
+            yield name, instructions
+            name, instructions = header[1], []
+        elif instruction := re.match(r"\s*([0-9a-f]+):\s+(\S.*)", line):
+            instructions.append((int(instruction[1], 16), instruction[2]))
+    yield name, instructions
+
+
+table = (Path(__file__).resolve().parent.parent / "jni/Operations.def").read_text()
+listed = {f"{type}::{method}": name for type, method, name in re.findall(r'^BLEND\(\w+,\s*(\w+),\s*(\w+),\s*"([^"]+)"', table, re.M)}
+found, faults = {}, []
+for symbol, instructions in functions():
+    method = symbol and re.match(r"(\w+::\w+)\(.*\)(?: \[clone \.(\S+)\])?$", symbol)
+    if symbol and re.search(r"lambda|\{closure", symbol) and "Korv" in symbol:
+        faults.append(f"{symbol} stayed out of line")
+    if not method or method[1] not in listed:
+        continue
+    clone = (method[2] or "").replace("_v", "-v").replace("x86_64", "x86-64")
+    if options.level == "clones" and not clone.startswith("arch_"):
+        continue
+    level = re.search(r"x86-64-v\d", clone)[0] if clone else options.level
+    register = "" if arm else registers[level]
+    good = [
+        body
+        for body in loops(instructions)
+        if any(vector_store(text, register) for text in body)
+        and any(vector_arithmetic(text, register) for text in body)
+        and not any(call.match(text) or single.match(text) for text in body)
+    ]
+    found.setdefault(method[1], []).append(level)
+    if good and options.list:
+        print(f"{listed[method[1]]:24} {level:10} {min(map(len, good)):4} instructions")
+    if not good and method[1] not in exempt:
+        faults.append(f"{method[1]} ({listed[method[1]]}, {level}) has no vector loop")
+
+wanted = 2 if options.level == "clones" else 1
+faults += [f"{name}: {len(found.get(name, []))} of {wanted} versions found" for name in listed if len(found.get(name, [])) != wanted]
+for fault in faults:
+    print(fault)
+print(f"{len(listed)} operations, {len(exempt)} exempt: {'not all vectorised' if faults or not listed else 'vectorised'}")
+sys.exit(1 if faults or not listed else 0)
