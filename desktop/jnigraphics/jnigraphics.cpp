@@ -1,0 +1,150 @@
+// The NDK's bitmap calls over the desktop android.graphics.Bitmap.
+
+#include <android/bitmap.h>
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+struct BitmapClass {
+    jclass self;
+    jfieldID width, height, rowBytes, format, locks, lockAddress, pixels, pixelAddress;
+};
+
+// An exception the caller already has must neither meet the JNI calls below, which forbid it, nor get lost; an unlock on the
+// way out of a failed native is the usual case. What fails in here leaves no exception of its own.
+class CallersException {
+public:
+    explicit CallersException(JNIEnv* env) : env_(env), pending_(env->ExceptionOccurred()) {
+        if (pending_ != nullptr) env_->ExceptionClear();
+    }
+    ~CallersException() {
+        if (pending_ == nullptr) return;
+        env_->Throw(pending_);
+        env_->DeleteLocalRef(pending_);
+    }
+    CallersException(const CallersException&) = delete;
+    CallersException& operator=(const CallersException&) = delete;
+
+private:
+    JNIEnv* env_;
+    jthrowable pending_;
+};
+
+const BitmapClass* findBitmapClass(JNIEnv* env) {
+    const jclass local = env->FindClass("android/graphics/Bitmap");
+    if (local == nullptr) return nullptr;
+    auto* const found = static_cast<BitmapClass*>(std::malloc(sizeof(BitmapClass)));
+    if (found == nullptr) return nullptr;
+    found->self = static_cast<jclass>(env->NewGlobalRef(local));
+    env->DeleteLocalRef(local);
+
+    const struct {
+        jfieldID BitmapClass::* id;
+        const char* name;
+        const char* type;
+    } fields[] = {
+        {&BitmapClass::width, "width", "I"},
+        {&BitmapClass::height, "height", "I"},
+        {&BitmapClass::rowBytes, "rowBytes", "I"},
+        {&BitmapClass::format, "format", "I"},
+        {&BitmapClass::locks, "locks", "Ljava/nio/ByteBuffer;"},
+        {&BitmapClass::lockAddress, "lockAddress", "J"},
+        {&BitmapClass::pixels, "pixels", "Ljava/nio/ByteBuffer;"},
+        {&BitmapClass::pixelAddress, "pixelAddress", "J"},
+    };
+    bool complete = found->self != nullptr;
+    for (const auto& field : fields) {
+        complete = complete && (found->*field.id = env->GetFieldID(found->self, field.name, field.type)) != nullptr;
+    }
+    if (complete) return found;
+    env->DeleteGlobalRef(found->self);
+    std::free(found);
+    return nullptr;
+}
+
+// Looked up by the first call and kept. Threads that race for it all look; the first to finish wins.
+const BitmapClass* bitmapClass(JNIEnv* env) {
+    static constinit std::atomic<const BitmapClass*> cache{nullptr};
+    const BitmapClass* known = cache.load(std::memory_order_acquire);
+    if (known != nullptr) return known;
+
+    const BitmapClass* const found = findBitmapClass(env);
+    if (found == nullptr) {
+        env->ExceptionClear();
+        return nullptr;
+    }
+    if (cache.compare_exchange_strong(known, found, std::memory_order_acq_rel)) return found;
+    env->DeleteGlobalRef(found->self);
+    std::free(const_cast<BitmapClass*>(found));
+    return known;
+}
+
+// Reading a long field is far cheaper than asking a buffer for its address, so the bitmap keeps the answer.
+void* bufferAddress(JNIEnv* env, jobject bitmap, jfieldID bufferField, jfieldID addressField) {
+    const jlong known = env->GetLongField(bitmap, addressField);
+    if (known != 0) return reinterpret_cast<void*>(known);
+
+    const jobject buffer = env->GetObjectField(bitmap, bufferField);
+    void* const address = env->GetDirectBufferAddress(buffer);
+    env->DeleteLocalRef(buffer);
+    env->SetLongField(bitmap, addressField, reinterpret_cast<jlong>(address));
+    return address;
+}
+
+// The number of locks; Bitmap.recycle() sets the sign bit in the same word, so lock, unlock and recycle exclude each other.
+std::atomic_ref<std::int32_t> lockWord(JNIEnv* env, jobject bitmap, const BitmapClass& type) {
+    return std::atomic_ref(*static_cast<std::int32_t*>(bufferAddress(env, bitmap, type.locks, type.lockAddress)));
+}
+
+constexpr std::int32_t recycledAndUnlocked = INT32_MIN;
+
+// Runs body(bitmap class, lock word) for a bitmap, and refuses anything else.
+template <typename Body>
+int withBitmap(JNIEnv* env, jobject bitmap, Body body) {
+    if (env == nullptr || bitmap == nullptr) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
+    const CallersException aside(env);
+    const BitmapClass* const type = bitmapClass(env);
+    if (type == nullptr || !env->IsInstanceOf(bitmap, type->self)) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
+    return body(*type, lockWord(env, bitmap, *type));
+}
+
+}  // namespace
+
+JNIEXPORT int AndroidBitmap_getInfo(JNIEnv* env, jobject jbitmap, AndroidBitmapInfo* info) {
+    return withBitmap(env, jbitmap, [=](const BitmapClass& type, std::atomic_ref<std::int32_t> locks) {
+        if (locks.load() < 0) return ANDROID_BITMAP_RESULT_JNI_EXCEPTION;
+        if (info != nullptr) {
+            info->width = static_cast<std::uint32_t>(env->GetIntField(jbitmap, type.width));
+            info->height = static_cast<std::uint32_t>(env->GetIntField(jbitmap, type.height));
+            info->stride = static_cast<std::uint32_t>(env->GetIntField(jbitmap, type.rowBytes));
+            info->format = env->GetIntField(jbitmap, type.format);
+            info->flags = 0;
+        }
+        return ANDROID_BITMAP_RESULT_SUCCESS;
+    });
+}
+
+JNIEXPORT int AndroidBitmap_lockPixels(JNIEnv* env, jobject jbitmap, void** addrPtr) {
+    return withBitmap(env, jbitmap, [=](const BitmapClass& type, std::atomic_ref<std::int32_t> locks) {
+        std::int32_t count = locks.load();
+        do {
+            if (count < 0) return ANDROID_BITMAP_RESULT_JNI_EXCEPTION;
+        } while (!locks.compare_exchange_weak(count, count + 1));
+        if (addrPtr != nullptr) *addrPtr = bufferAddress(env, jbitmap, type.pixels, type.pixelAddress);
+        return ANDROID_BITMAP_RESULT_SUCCESS;
+    });
+}
+
+JNIEXPORT int AndroidBitmap_unlockPixels(JNIEnv* env, jobject jbitmap) {
+    return withBitmap(env, jbitmap, [=](const BitmapClass& type, std::atomic_ref<std::int32_t> locks) {
+        std::int32_t count = locks.load();
+        do {
+            if (count == 0 || count == recycledAndUnlocked) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
+        } while (!locks.compare_exchange_weak(count, count - 1));
+        if (count - 1 == recycledAndUnlocked) env->SetObjectField(jbitmap, type.pixels, nullptr);
+        return ANDROID_BITMAP_RESULT_SUCCESS;
+    });
+}
