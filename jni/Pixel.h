@@ -20,7 +20,7 @@ using Channel = float;
 inline constexpr Channel K = 0.00392157f;
 
 enum Shift { red = 0, green = 8, blue = 16, alpha = 24 };
-inline constexpr Word colour = 0x00FFFFFF, opacity = 0xFF000000;
+inline constexpr Word opacity = 0xFF000000;
 
 inline INLINE int byteOf(Word word, int shift) { return int(word >> shift & 255); }
 inline INLINE Channel channelOf(Word word, int shift) { return Channel(byteOf(word, shift)); }

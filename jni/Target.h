@@ -21,6 +21,9 @@ static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float
 #define CLONES
 #endif
 
+// Carried by what hands out a new array: inlined, a compiler may do without the array, and callers would see no allocation.
+#define OUT_OF_LINE __attribute__((noinline))
+
 // a * b + c, rounded once. In a build with clones the oldest processors get the C library's function.
 inline INLINE float fused(float a, float b, float c) {
 #if defined(FENNIC_HAS_CLONES) || defined(__FMA__) || defined(__ARM_FEATURE_FMA)

@@ -1,6 +1,7 @@
 // The natives of com.velmora.display.fennic.VelUIBitmapUtils, bound by name. Each drops the receiver and hands everything else
 // on.
 #include "KorvGraphics2D.h"
+#include "KorvPSBlendingMode.h"
 
 #define NATIVE(result, name, ...)                                                                                     \
     extern "C" JNIEXPORT result JNICALL Java_com_velmora_display_fennic_VelUIBitmapUtils_##name(JNIEnv* env, jobject, \
@@ -49,3 +50,49 @@ NATIVE(jint, nativeBitmapHandle6, jobject base, jobject layer, jint offset) {
 }
 
 NATIVE(jint, nativeBitmapHandle7, jobject base, jobject layer) { return KorvGraphics2D::BitmapDarkerColor(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle8, jobject base, jobject layer) { return KorvGraphics2D::BitmapLighten(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle9, jobject base, jobject layer) { return KorvGraphics2D::BitmapScreen(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle10, jobject base, jobject layer) { return KorvGraphics2D::BitmapColorDodge(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle11, jobject base, jobject layer) { return KorvGraphics2D::BitmapLinearDodge(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle12, jobject base, jobject layer) { return KorvGraphics2D::BitmapLighterColor(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle13, jobject base, jobject layer) { return KorvGraphics2D::BitmapOverlay(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle13B, jobject base, jobject layer) { return KorvGraphics2D::BitmapOverlayB(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle13C, jobject base, jobject layer) { return KorvGraphics2D::BitmapOverlayC(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle14, jobject base, jobject layer) { return KorvGraphics2D::BitmapSoftLight(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle15, jobject base, jobject layer) { return KorvGraphics2D::BitmapHardLight(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle15B, jobject base, jobject layer) { return KorvGraphics2D::BitmapHardLightB(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle16, jobject base, jobject layer) { return KorvGraphics2D::BitmapVividLight(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle17, jobject base, jobject layer) { return KorvGraphics2D::BitmapLinearLight(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle18, jobject base, jobject layer) { return KorvGraphics2D::BitmapPinLight(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle19, jobject base, jobject layer) { return KorvGraphics2D::BitmapHardMix(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle20, jobject base, jobject layer) { return KorvGraphics2D::BitmapDifference(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle21, jobject base, jobject layer) { return KorvGraphics2D::BitmapExclusion(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle22, jobject base, jobject layer) { return KorvGraphics2D::BitmapSubtract(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle23, jobject base, jobject layer) { return KorvGraphics2D::BitmapDivide(env, base, layer); }
+
+NATIVE(jint, nativeBitmapHandle24, jobject base, jobject layer) { return KorvGraphics2D::BitmapHue(env, base, layer); }
+
+NATIVE(jint, nativeTkPSBlendingMode, jobject base, jobject layer, jint mode) {
+    return KorvPSBlendingMode::TkPSBlendingMode(env, base, layer, mode);
+}
+
+NATIVE(jint, nativeBitmapGetHSV, jobject bitmap) { return KorvGraphics2D::BitmapGetHSV(env, bitmap); }

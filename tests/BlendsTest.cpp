@@ -1,9 +1,6 @@
-#include "Doubles.h"
-#include "KorvGraphics2D.h"
+#include "Listed.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace {
 
@@ -14,20 +11,6 @@ template <int offset>
 int linearBurn(JNIEnv* env, jobject base, jobject layer) {
     return K2D::BitmapLinearBurn(env, base, layer, offset);
 }
-
-// The blends of the list of operations, with their default parameters.
-struct Listed {
-    const char* name;
-    std::function<int(JNIEnv*, jobject, jobject)> run;
-};
-template <typename... Ints>
-auto withDefault(int (*method)(JNIEnv*, jobject, jobject, Ints...)) {
-    return [method](JNIEnv* env, jobject base, jobject layer) { return method(env, base, layer, Ints(255)...); };
-}
-const Listed listed[] = {
-#define BLEND(native, type, method, name, ...) {name, withDefault(&type::method)},
-#include "Operations.def"
-};
 
 // One pixel blended, in a row long enough for the vector loop and its rest to see it.
 std::uint32_t blended(const std::function<int(JNIEnv*, jobject, jobject)>& blend, std::uint32_t base, std::uint32_t layer) {
@@ -85,7 +68,7 @@ TEST(Blends, ChannelFunctionsHaveNoGuards) {
 }
 
 TEST(Blends, AllLeaveTheLayerThePaddingAndTheLocksAlone) {
-    for (const Listed& blend : listed)
+    for (const ListedBlend& blend : listedBlends())
         for (std::uint32_t width : {0u, 1u, 7u, 8u, 9u, 15u, 16u, 17u, 33u, 67u})
             for (std::uint32_t padding : {0u, 4u, 60u}) {
                 FakeBitmap base(width, 3, padding), layer(width + 2, 4, 64 - padding);
@@ -95,7 +78,7 @@ TEST(Blends, AllLeaveTheLayerThePaddingAndTheLocksAlone) {
                 }
                 layer.number = 2;
                 const FakeBitmap before = layer;
-                EXPECT_EQ(blend.run(fakeEnv(), base.object(), layer.object()), 0);
+                EXPECT_EQ(blend.run(base, layer), 0);
                 EXPECT_TRUE(base.guardsIntact() && layer.guardsIntact() && layer == before)
                     << blend.name << ", width " << width;
                 EXPECT_TRUE(base.locks == 0 && layer.locks == 0) << blend.name;
@@ -103,13 +86,13 @@ TEST(Blends, AllLeaveTheLayerThePaddingAndTheLocksAlone) {
 }
 
 TEST(Blends, AllRefuseALayerThatDoesNotCoverTheBase) {
-    for (const Listed& blend : listed)
+    for (const ListedBlend& blend : listedBlends())
         for (auto [width, height] : {std::pair{4u, 5u}, {5u, 4u}}) {
             FakeBitmap base(5, 5), layer(width, height);
             base.fill(rgba(1, 2, 3, 4));
             const FakeBitmap before = base;
             calls.clear();
-            EXPECT_EQ(blend.run(fakeEnv(), base.object(), layer.object()), ANDROID_BITMAP_RESULT_BAD_PARAMETER) << blend.name;
+            EXPECT_EQ(blend.run(base, layer), ANDROID_BITMAP_RESULT_BAD_PARAMETER) << blend.name;
             EXPECT_TRUE(base == before);
             EXPECT_EQ(calls.find("lock"), std::string::npos);
         }

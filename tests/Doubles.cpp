@@ -1,18 +1,28 @@
 #include "Doubles.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <cstring>
+#include <android/log.h>
 
-std::string calls;
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+thread_local std::string calls;
+thread_local std::size_t failAt = 0;
 
 namespace {
+
+thread_local std::vector<void*> arrays;
+
+void record(const std::string& call) { calls.append(calls.empty() ? "" : ", ").append(call); }
 
 constexpr unsigned char guardByte = 0xA5;
 
 FakeBitmap& bitmapOf(const char* call, jobject object) {
     FakeBitmap& bitmap = *reinterpret_cast<FakeBitmap*>(object);
-    calls += (calls.empty() ? "" : ", ") + std::string(call) + " " + std::to_string(bitmap.number);
+    record(std::string(call).append(" ").append(std::to_string(bitmap.number)));
     return bitmap;
 }
 
@@ -90,6 +100,19 @@ std::string toString(std::uint32_t pixel) {
     return text;
 }
 
+std::size_t heldArrays() { return arrays.size(); }
+
+void releaseArrays() {
+    for (void* array : arrays) std::free(array);
+    arrays.clear();
+}
+
+// Stands in for the library's own, which is linked only into libfennic.so.
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    if (arrays.size() + 1 == failAt) return nullptr;
+    return arrays.emplace_back(std::malloc(size));
+}
+
 extern "C" {
 
 int AndroidBitmap_getInfo(JNIEnv*, jobject object, AndroidBitmapInfo* info) {
@@ -111,5 +134,15 @@ int AndroidBitmap_unlockPixels(JNIEnv*, jobject object) {
     FakeBitmap& bitmap = bitmapOf("unlock", object);
     --bitmap.locks;
     return bitmap.unlockResult;
+}
+
+int __android_log_print(int priority, const char* tag, const char* format, ...) {
+    char text[128];
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    record(std::string("log ").append(std::to_string(priority)).append(" ").append(tag).append(": ").append(text));
+    return 1;
 }
 }

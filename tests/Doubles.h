@@ -8,8 +8,14 @@
 #include <string>
 #include <vector>
 
-// The calls since the last reset, as "getInfo 1", "lock 2"; bitmaps carry the number that they were given.
-extern std::string calls;
+// The calls of this thread since the last reset, as "getInfo 1, lock 2"; bitmaps carry the number that they were given.
+extern thread_local std::string calls;
+
+// The library's arrays, which this thread has been given and not released: how many there are, and an end to them. The
+// allocation of number `failAt` (counted from 1; 0: none) fails.
+std::size_t heldArrays();
+void releaseArrays();
+extern thread_local std::size_t failAt;
 
 struct FakeBitmap {
     AndroidBitmapInfo info{};

@@ -1,0 +1,7 @@
+// The library brings no C++ runtime: arrays come from malloc, so that a caller's own delete[] can release them. A failure gives
+// null.
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }

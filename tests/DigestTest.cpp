@@ -1,0 +1,80 @@
+// Every blend over bitmaps of all widths from 0 to 40, tight and padded; the same digests on every compiler, level and
+// processor. With FENNIC_RECORD set, the table is written instead: for a change of bytes that is meant.
+#include "Digests.h"
+#include "Listed.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+
+class Random {
+public:
+    std::uint32_t next() {
+        state ^= state << 13;
+        state ^= state >> 17;
+        return state ^= state << 5;
+    }
+    std::uint32_t below(std::uint32_t end) { return (next() >> 8) % end; }
+
+private:
+    std::uint32_t state = 2463534242;
+};
+
+std::uint32_t pixel(Random& random, DigestTable::Column kind) {
+    static constexpr unsigned extremes[] = {0, 1, 2, 127, 128, 129, 253, 254, 255};
+    auto extreme = [&] { return extremes[random.below(9)]; };
+    switch (kind) {
+        case DigestTable::valid: {
+            // Opaque and transparent pixels are as frequent as all others.
+            const unsigned a = random.below(4) ? random.below(256) : 255 * random.below(2);
+            auto channel = [&] { return random.below(a + 1); };
+            const unsigned r = channel(), g = channel(), b = channel();
+            return rgba(r, g, b, a);
+        }
+        case DigestTable::extreme: {
+            const unsigned r = extreme(), g = extreme(), b = extreme(), a = extreme();
+            return rgba(r, g, b, a);
+        }
+        default:
+            return random.next();
+    }
+}
+
+std::uint64_t digestOf(const ListedBlend& blend, DigestTable::Column kind) {
+    Digest digest;
+    Random random;
+    for (std::uint32_t width = 0; width <= 40; ++width)
+        for (std::uint32_t padding : {0u, 12u}) {
+            FakeBitmap base(width, 5, padding), layer(width, 5, 20 - padding);
+            for (std::uint32_t y = 0; y < 5; ++y)
+                for (std::uint32_t x = 0; x < width; ++x) {
+                    base.set(x, y, pixel(random, kind));
+                    layer.set(x, y, pixel(random, kind));
+                }
+            EXPECT_EQ(blend.run(base, layer), 0) << blend.name;
+            EXPECT_TRUE(base.guardsIntact()) << blend.name << ", width " << width;
+            for (std::uint32_t y = 0; y < 5; ++y)
+                for (std::uint32_t x = 0; x < width; ++x) digest.add(base.get(x, y));
+        }
+    releaseArrays();
+    return digest.value();
+}
+
+TEST(Digests, AreThoseOfTheTable) {
+    DigestTable table(FENNIC_DIGESTS);
+    const bool record = std::getenv("FENNIC_RECORD");
+    for (const ListedBlend& blend : listedBlends())
+        for (auto kind : {DigestTable::valid, DigestTable::arbitrary, DigestTable::extreme}) {
+            const std::string digest = DigestTable::text(digestOf(blend, kind));
+            if (record)
+                table.at(blend.name, kind) = digest;
+            else
+                EXPECT_EQ(digest, table.at(blend.name, kind)) << blend.name << ", column " << kind;
+        }
+    EXPECT_EQ(table.size(), listedBlends().size());
+    if (record) table.save();
+}
+
+}  // namespace

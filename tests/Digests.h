@@ -1,0 +1,68 @@
+// The recorded digests of every blend's results, one line each in tests/digests.txt: over bitmaps of valid, arbitrary and
+// extreme pixels, and over the whole domain of valid channels. A build that computes other bytes than the one that recorded
+// them differs.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+
+// Four FNV-1a lanes over words, so that a digest keeps up with the operations.
+class Digest {
+public:
+    void add(const std::uint32_t* words, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) add(lanes[i % 4], words[i]);
+    }
+    void add(std::uint64_t number) { add(lanes[0], number); }
+    std::uint64_t value() const {
+        std::uint64_t all = lanes[0];
+        for (int i = 1; i < 4; ++i) add(all, lanes[i]);
+        return all;
+    }
+
+private:
+    static void add(std::uint64_t& lane, std::uint64_t number) { lane = (lane ^ number) * 0x100000001b3; }
+    std::uint64_t lanes[4] = {0xcbf29ce484222325, 1, 2, 3};
+};
+
+class DigestTable {
+public:
+    enum Column { valid, arbitrary, extreme, domain };
+
+    explicit DigestTable(const char* path) : file(path) {
+        std::ifstream in(path);
+        for (std::string line; std::getline(in, line);) {
+            std::istringstream words(line);
+            std::string name;
+            if (line[0] != '#' && words >> name)
+                for (std::string& digest : rows[name]) words >> digest;
+        }
+    }
+
+    std::string& at(const std::string& name, Column column) { return rows[name][column]; }
+    std::size_t size() const { return rows.size(); }
+
+    void save() const {
+        std::ofstream out(file);
+        out << "# name, then digests over valid, arbitrary and extreme pixels, and over the whole domain\n";
+        for (const auto& [name, digests] : rows) {
+            out << name << std::string(name.size() < 20 ? 20 - name.size() : 1, ' ');
+            for (const std::string& digest : digests) out << ' ' << (digest.empty() ? "-" : digest);
+            out << '\n';
+        }
+    }
+
+    static std::string text(std::uint64_t digest) {
+        char hex[20];
+        std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(digest));
+        return hex;
+    }
+
+private:
+    const char* file;
+    std::map<std::string, std::array<std::string, 4>> rows;
+};
