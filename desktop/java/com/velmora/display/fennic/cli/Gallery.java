@@ -1,0 +1,144 @@
+package com.velmora.display.fennic.cli;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+
+import android.graphics.Bitmap;
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.ArrayList;
+import java.util.List;
+import java.util.concurrent.Callable;
+import java.util.stream.Stream;
+import picocli.CommandLine.Command;
+import picocli.CommandLine.Option;
+
+@Command(name = "gallery", description = "Shows every blend on every icon as a web page.")
+final class Gallery implements Callable<Integer> {
+    /** Twice the size at which the page shows a picture would be ideal; this keeps forty modes near 10 MB. */
+    private static final int THUMBNAIL = 128;
+
+    /** The blends by number repeat the named ones; so many icons show the difference. */
+    private static final int FEW = 3;
+
+    @Option(
+        names = "--icons",
+        paramLabel = "DIR",
+        defaultValue = "${sys:fennic.root:-.}/samples",
+        description = "Where icon-*.png and layer-*.png are (default: ${DEFAULT-VALUE}).")
+    private Path icons;
+
+    @Option(
+        names = "--out",
+        paramLabel = "DIR",
+        defaultValue = "${sys:fennic.root:-.}/build/gallery",
+        description = "Where index.html and images go (default: ${DEFAULT-VALUE}).")
+    private Path out;
+
+    /** A picture, as a file of its own and as the page shows it. */
+    record Picture(String name, Bitmap bitmap, byte[] png, byte[] thumbnail) {
+        static Picture of(String name, Bitmap bitmap) {
+            return new Picture(name, bitmap, Pngs.encode(bitmap), Pngs.encode(Pngs.within(bitmap, THUMBNAIL)));
+        }
+    }
+
+    /** An icon with the layer that goes over it, in the icon's size. */
+    record Subject(Picture icon, Picture layer, Measurement measurement) {}
+
+    /** A blend over the subjects, or the first of them, in their order. */
+    record Card(Operation blend, List<Picture> results, double nanosPerPixel) {}
+
+    @Override
+    public Integer call() {
+        Path images = out.resolve("images");
+        checkFolder(images);
+        List<Subject> subjects = subjects();
+        List<Card> cards = new ArrayList<>();
+        // Everything is made before anything is written, so that a failing native leaves no torn gallery.
+        List<Picture> pictures = new ArrayList<>();
+        for (Subject subject : subjects) {
+            pictures.add(subject.icon);
+            pictures.add(subject.layer);
+        }
+        Stopwatch stopwatch = new Stopwatch(subjects.get(0).icon.bitmap, subjects.get(0).layer.bitmap);
+        List<Operation> blends = Operation.blends();
+        try (Progress progress = new Progress(blends.size() + 1)) {
+            for (Operation blend : blends) {
+                progress.step(blend.name());
+                double nanos = stopwatch.nanosPerPixel(blend);
+                List<Subject> shown = blend.isNumbered() ? subjects.subList(0, Math.min(FEW, subjects.size())) : subjects;
+                List<Picture> results = shown.parallelStream().map(subject -> blended(blend, subject)).toList();
+                cards.add(new Card(blend, results, nanos));
+                pictures.addAll(results);
+            }
+            progress.step("writing");
+            createFolder(images);
+            for (Picture picture : pictures) {
+                Pngs.write(images.resolve(picture.name + ".png"), picture.png);
+            }
+            Pngs.write(out.resolve("index.html"), new Page(subjects, cards).html().getBytes(UTF_8));
+        }
+        System.out.println(out.resolve("index.html"));
+        return 0;
+    }
+
+    private static Picture blended(Operation blend, Subject subject) {
+        Bitmap result = subject.icon.bitmap.copy(Bitmap.Config.ARGB_8888, true);
+        blend.apply(blend.arguments(result, subject.layer.bitmap));
+        return Picture.of(blend.name() + "-" + subject.icon.name, result);
+    }
+
+    /** The layers take turns over the icons, so that each blend is seen with all of them. */
+    private List<Subject> subjects() {
+        List<Path> iconFiles = pictures("icon-");
+        List<Path> layerFiles = pictures("layer-");
+        List<Bitmap> layers = layerFiles.stream().map(Pngs::read).toList();
+        List<Subject> subjects = new ArrayList<>();
+        for (int i = 0; i < iconFiles.size(); ++i) {
+            Bitmap icon = Pngs.read(iconFiles.get(i));
+            int l = i % layers.size();
+            Bitmap layer = Pngs.scaled(layers.get(l), icon.getWidth(), icon.getHeight());
+            subjects.add(new Subject(
+                Picture.of(name(iconFiles.get(i)), icon), Picture.of(name(layerFiles.get(l)), layer), Measurement.of(icon)));
+        }
+        return subjects;
+    }
+
+    private static String name(Path file) {
+        return file.getFileName().toString().replaceFirst("\\.png$", "");
+    }
+
+    private List<Path> pictures(String prefix) {
+        List<Path> found = List.of();
+        try (Stream<Path> files = Files.list(icons)) {
+            found = files.filter(file -> name(file).startsWith(prefix) && file.toString().endsWith(".png")).sorted().toList();
+        } catch (IOException e) {
+            boolean exists = Files.isDirectory(icons);
+            throw new Failure(icons, exists ? "no permission to read it" : "no such folder; name one with --icons");
+        }
+        if (found.isEmpty()) {
+            throw new Failure(icons, "holds no " + prefix + "*.png; name another folder with --icons");
+        }
+        return found;
+    }
+
+    /** Says before any work is done what would keep the folder from being made. */
+    private static void checkFolder(Path folder) {
+        Path existing = folder.toAbsolutePath();
+        while (!Files.exists(existing)) {
+            existing = existing.getParent();
+        }
+        if (!Files.isDirectory(existing) || !Files.isWritable(existing)) {
+            String why = Files.isDirectory(existing) ? "no permission to write in " : "not a folder: ";
+            throw new Failure(folder, why + existing + "; name another place with --out");
+        }
+    }
+
+    private static void createFolder(Path folder) {
+        try {
+            Files.createDirectories(folder);
+        } catch (IOException e) {
+            throw new Failure(folder, "cannot be created; name another place with --out");
+        }
+    }
+}

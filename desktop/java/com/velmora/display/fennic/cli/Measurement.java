@@ -1,0 +1,30 @@
+package com.velmora.display.fennic.cli;
+
+import android.graphics.Bitmap;
+import com.velmora.display.fennic.VelUIBitmapUtils;
+
+/**
+ * What the library measures of an icon. The average is red, green, blue and alpha as stored, that is premultiplied; the cut-off
+ * rectangle is left, top, right, bottom, all inclusive; the square is the offset of its content on a square canvas and that
+ * canvas's side twice, or null where the content is square enough.
+ */
+record Measurement(
+    int width, int height, int visible, int invisible, float outside, int[] average, int[] cutOff, int[] square) {
+
+    static Measurement of(Bitmap bitmap) {
+        int width = bitmap.getWidth();
+        int height = bitmap.getHeight();
+        int[] average = new int[4];
+        int[] cutOff = new int[4];
+        int[] square = new int[4];
+        VelUIBitmapUtils.nativeGetBitmapAverageColorInRect2(bitmap, 0, 0, width, height, average);
+        VelUIBitmapUtils.nativeGetBitmapTransparentCutOffRect(bitmap, 0, cutOff);
+        // The native takes the distances between the inclusive edges and makes sizes of them itself.
+        int[] box = {cutOff[0], cutOff[1], cutOff[2] - cutOff[0], cutOff[3] - cutOff[1]};
+        boolean oblong = VelUIBitmapUtils.nativeGetIconBitmapInfo(box, square);
+        int visible = VelUIBitmapUtils.nativeGetBitmapVisiblePointNum(bitmap);
+        int invisible = VelUIBitmapUtils.nativeGetBitmapInvisiblePointNum(bitmap);
+        float outside = VelUIBitmapUtils.nativeGetBitmapInvisibleAreaPrecent(bitmap, 0);
+        return new Measurement(width, height, visible, invisible, outside, average, cutOff, oblong ? square : null);
+    }
+}

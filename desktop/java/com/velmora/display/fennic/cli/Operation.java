@@ -1,0 +1,215 @@
+package com.velmora.display.fennic.cli;
+
+import static java.util.stream.Collectors.joining;
+import static java.util.stream.Collectors.toMap;
+
+import android.graphics.Bitmap;
+import com.velmora.display.fennic.VelUIBitmapUtils;
+import java.lang.reflect.InvocationTargetException;
+import java.lang.reflect.Method;
+import java.util.ArrayList;
+import java.util.Arrays;
+import java.util.Comparator;
+import java.util.List;
+import java.util.Map;
+import java.util.regex.Matcher;
+import java.util.regex.Pattern;
+import java.util.stream.IntStream;
+import java.util.stream.Stream;
+
+/** One line of Operations.def, the list that the library, its tests and this command line share. */
+record Operation(
+    String kind, String nativeName, String className, String method, String name, List<Parameter> parameters, String summary) {
+
+    /** A parameter after the bitmaps; initial is null where the list gives no default, last where it gives no range. */
+    record Parameter(String name, String type, String initial, String last) {
+        Object value(String text) {
+            try {
+                return switch (type) {
+                    case "int" -> Integer.valueOf(text);
+                    case "float" -> Float.valueOf(text);
+                    case "double" -> Double.valueOf(text);
+                    case "boolean" -> switch (text) {
+                        case "true" -> true;
+                        case "false" -> false;
+                        default -> throw new NumberFormatException();
+                    };
+                    default -> throw new Failure("--" + name + " is of type " + type + ", which cannot be given here");
+                };
+            } catch (NumberFormatException e) {
+                throw new IllegalArgumentException("--" + name + " takes a value of type " + type + ", not '" + text + "'");
+            }
+        }
+
+        /** The default as Java source. */
+        String literal() {
+            return initial + (type.equals("float") ? "f" : "");
+        }
+
+        /** Whether it is left to the caller. */
+        boolean isChoice() {
+            return last == null;
+        }
+
+        @Override
+        public String toString() {
+            return name + ":" + type + (initial == null ? "" : "=" + initial);
+        }
+    }
+
+    private static final Pattern LINE = Pattern.compile(
+        "([A-Z]+)\\((\\w+), *(\\w+), *(\\w+), *\"([^\"]+)\", *\"([^\"]*)\", *\"([^\"]*)\"\\)");
+    private static final Pattern PARAMETER = Pattern.compile("(\\w+):(\\w+(?:\\[\\d+])?)(?:=(\\S+?)(?:\\.\\.(\\S+))?)?");
+
+    static List<Operation> all() {
+        return Loaded.OPERATIONS;
+    }
+
+    static List<Operation> blends() {
+        return all().stream().filter(operation -> operation.kind.equals("BLEND")).toList();
+    }
+
+    /** The blend of that name or number; the message of the exception names its nearest relatives. */
+    static Operation blend(String nameOrNumber) {
+        List<Operation> blends = blends();
+        String name = nameOrNumber.matches("\\d+") ? "mode-" + nameOrNumber : nameOrNumber;
+        return blends.stream().filter(blend -> blend.name.equals(name)).findFirst().orElseThrow(() -> {
+            String near = blends.stream()
+                .map(Operation::name)
+                .filter(known -> distance(name, known) <= Math.max(1, name.length() / 3))
+                .sorted(Comparator.comparingInt(known -> distance(name, known)))
+                .limit(3)
+                .collect(joining(" or "));
+            String hint = near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
+            return new IllegalArgumentException("unknown mode '" + name + "'; " + hint);
+        });
+    }
+
+    /** The parameters that are left to the caller. */
+    List<Parameter> choices() {
+        return parameters.stream().filter(Parameter::isChoice).toList();
+    }
+
+    /** Calls the native; a negative status, which every writing native may return, is a failure. */
+    void apply(Object... arguments) {
+        Method method = Natives.BY_NAME.get(nativeName);
+        if (method == null) {
+            throw new Failure("VelUIBitmapUtils does not declare " + nativeName + "; declare it there");
+        }
+        try {
+            if (method.invoke(null, arguments) instanceof Integer status && status < 0) {
+                throw new Failure(nativeName + " failed with status " + status + ": " + switch (status) {
+                    case -1 -> "it refuses these bitmaps or parameters; check their sizes";
+                    case -3 -> "not enough memory; take a smaller picture";
+                    default -> "the bitmap could not be locked; check that it is RGBA_8888";
+                });
+            }
+        } catch (InvocationTargetException e) {
+            if (e.getCause() instanceof Error error) {
+                throw error;
+            }
+            throw new Failure(nativeName, "threw " + e.getCause());
+        } catch (IllegalAccessException | IllegalArgumentException e) {
+            throw new Failure(nativeName, "Operations.def and VelUIBitmapUtils disagree on its parameters; mend one of them");
+        }
+    }
+
+    /** What the native takes when every parameter keeps its default. */
+    Object[] arguments(Bitmap base, Bitmap layer) {
+        for (Parameter parameter : parameters) {
+            if (parameter.initial == null) {
+                throw new Failure("Operations.def", name + " has no default for " + parameter + "; give it one");
+            }
+        }
+        return Stream.concat(Stream.of(base, layer), parameters.stream().map(p -> p.value(p.initial))).toArray();
+    }
+
+    private static Operation parse(String line, int number) {
+        Matcher match = LINE.matcher(line);
+        if (!match.matches()) {
+            throw new Failure("Operations.def:" + number, "not an operation: " + line);
+        }
+        List<Parameter> parameters = new ArrayList<>();
+        for (String text : match.group(6).isBlank() ? new String[0] : match.group(6).strip().split("\\s+")) {
+            Matcher parameter = PARAMETER.matcher(text);
+            if (!parameter.matches()) {
+                throw new Failure("Operations.def:" + number, "not a parameter (name:type=default): " + text);
+            }
+            parameters.add(new Parameter(parameter.group(1), parameter.group(2), parameter.group(3), parameter.group(4)));
+        }
+        return new Operation(match.group(1), match.group(2), match.group(3), match.group(4), match.group(5),
+            List.copyOf(parameters), match.group(7));
+    }
+
+    /** Whether it is one number of an operation that the list gives a range of. */
+    boolean isNumbered() {
+        return !choices().equals(parameters);
+    }
+
+    /** An operation whose parameter has a range is one operation for each number in it, which is then no longer a choice. */
+    private Stream<Operation> variants(List<Operation> listed) {
+        Parameter ranged = parameters.stream().filter(parameter -> !parameter.isChoice()).findFirst().orElse(null);
+        if (ranged == null) {
+            return Stream.of(this);
+        }
+        return IntStream.rangeClosed(Integer.parseInt(ranged.initial), Integer.parseInt(ranged.last)).mapToObj(number -> {
+            Parameter fixed = new Parameter(ranged.name, ranged.type, "" + number, "" + number);
+            // The numbers of the modes are those in the names of the natives that blend alike.
+            String like = listed.stream()
+                .filter(operation -> operation.nativeName.equals("nativeBitmapHandle" + number))
+                .map(Operation::name)
+                .collect(joining());
+            return new Operation(kind, nativeName, className, method, name + "-" + number,
+                parameters.stream().map(parameter -> parameter == ranged ? fixed : parameter).toList(), summary + ": " + like);
+        });
+    }
+
+    /** How far a mistyped name is from a known one or from one of its words; nothing where it is a part of it. */
+    private static int distance(String typed, String known) {
+        if (!typed.isEmpty() && known.contains(typed)) {
+            return 0;
+        }
+        int least = edits(typed, known);
+        for (String word : known.split("-")) {
+            least = Math.min(least, edits(typed, word));
+        }
+        return least;
+    }
+
+    /** Letters to insert, drop or replace to turn one word into the other. */
+    private static int edits(String a, String b) {
+        int[] row = new int[b.length() + 1];
+        Arrays.setAll(row, j -> j);
+        for (int i = 1; i <= a.length(); ++i) {
+            int diagonal = row[0];
+            row[0] = i;
+            for (int j = 1; j <= b.length(); ++j) {
+                int replaced = diagonal + (a.charAt(i - 1) == b.charAt(j - 1) ? 0 : 1);
+                diagonal = row[j];
+                row[j] = Math.min(replaced, Math.min(row[j], row[j - 1]) + 1);
+            }
+        }
+        return row[b.length()];
+    }
+
+    private static final class Loaded {
+        static final List<Operation> OPERATIONS = load();
+
+        private static List<Operation> load() {
+            List<Operation> listed = new ArrayList<>();
+            int number = 0;
+            for (String line : Fennic.resource("Operations.def").split("\n")) {
+                ++number;
+                if (!line.isBlank() && !line.startsWith("//") && !line.startsWith("#")) {
+                    listed.add(parse(line.strip(), number));
+                }
+            }
+            return listed.stream().flatMap(operation -> operation.variants(listed)).toList();
+        }
+    }
+
+    private static final class Natives {
+        static final Map<String, Method> BY_NAME =
+            Arrays.stream(VelUIBitmapUtils.class.getMethods()).collect(toMap(Method::getName, method -> method, (a, b) -> a));
+    }
+}

@@ -1,0 +1,194 @@
+package com.velmora.display.fennic.cli;
+
+import static java.util.stream.Collectors.joining;
+
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.time.LocalDate;
+import java.util.ArrayList;
+import java.util.Base64;
+import java.util.LinkedHashMap;
+import java.util.List;
+import java.util.Locale;
+import java.util.Map;
+
+/** The gallery as one HTML page that needs nothing else. */
+final class Page {
+    private final List<Gallery.Subject> subjects;
+    private final List<Gallery.Card> cards;
+
+    Page(List<Gallery.Subject> subjects, List<Gallery.Card> cards) {
+        this.subjects = subjects;
+        this.cards = cards;
+    }
+
+    String html() {
+        Map<String, List<Gallery.Card>> families = new LinkedHashMap<>();
+        cards.forEach(card -> families.computeIfAbsent(family(card.blend()), name -> new ArrayList<>()).add(card));
+        long layers = subjects.stream().map(subject -> subject.layer().name()).distinct().count();
+        return Fennic.resource("gallery.html")
+            .replace("{{style}}", Fennic.resource("gallery.css") + shared())
+            .replace("{{favicon}}", data(subjects.get(0).icon()))
+            .replace("{{counts}}", "%d blends over %d icons and %d layers".formatted(cards.size(), subjects.size(), layers))
+            .replace("{{navigation}}", each(families, this::navigation))
+            .replace("{{families}}", each(families, this::section))
+            .replace("{{measurements}}", subjects.stream().map(this::measurement).collect(joining()))
+            .replace("{{machine}}", escaped(processor() + ", Java " + System.getProperty("java.version")))
+            .replace("{{date}}", LocalDate.now().toString());
+    }
+
+    /** The numbers in the natives' names follow the families; blends by mode number stand last. */
+    private static String family(Operation blend) {
+        if (!blend.nativeName().matches("nativeBitmapHandle\\d+.*")) {
+            return "By number";
+        }
+        int number = Integer.parseInt(blend.nativeName().replaceAll("\\D", ""));
+        return number <= 7 ? "Darken" : number <= 12 ? "Lighten" : number <= 19 ? "Contrast" : number <= 23 ? "Compare" : "Hue";
+    }
+
+    private interface Part {
+        String of(String family, List<Gallery.Card> cards);
+    }
+
+    private static String each(Map<String, List<Gallery.Card>> families, Part part) {
+        return families.entrySet().stream().map(entry -> part.of(entry.getKey(), entry.getValue())).collect(joining());
+    }
+
+    private String navigation(String family, List<Gallery.Card> members) {
+        String links = members.stream()
+            .map(card -> "<li><a href=\"#mode-%1$s\">%1$s</a></li>\n".formatted(escaped(card.blend().name())))
+            .collect(joining());
+        return "<section>\n<h2><a href=\"#family-%s\">%s</a></h2>\n<ul>\n%s</ul>\n</section>\n"
+            .formatted(slug(family), family, links);
+    }
+
+    private String section(String family, List<Gallery.Card> members) {
+        return "<section class=\"family\" id=\"family-%s\">\n<h2>%s</h2>\n%s</section>\n"
+            .formatted(slug(family), family, members.stream().map(this::card).collect(joining()));
+    }
+
+    private String card(Gallery.Card card) {
+        Operation blend = card.blend();
+        StringBuilder strip = new StringBuilder();
+        for (int i = 0; i < card.results().size(); ++i) {
+            strip.append(triple(i, blend.name(), card.results().get(i)));
+        }
+        String parameters = blend.parameters().stream()
+            .map(p -> "<span class=\"parameter\">%s = %s</span>".formatted(escaped(p.name()), escaped(p.initial())))
+            .collect(joining("\n"));
+        String call = "VelUIBitmapUtils.%s(base, layer%s);".formatted(
+            blend.nativeName(), blend.parameters().stream().map(p -> ", " + p.literal()).collect(joining()));
+        return """
+            <article class="card" id="mode-%1$s" data-words="%1$s %2$s">
+            <header>
+            <h3><a href="#mode-%1$s">%1$s</a></h3>
+            %3$s
+            <p class="speed" title="Median of repeated calls on 1024 × 1024 pixels"><b>%4$s</b> ns per pixel</p>
+            </header>
+            <p class="summary">%5$s.</p>
+            <div class="strip">
+            %6$s</div>
+            <div class="call"><code>%7$s</code>
+            <button type="button" class="copy" aria-label="Copy the call of %1$s">Copy</button></div>
+            </article>
+            """.formatted(
+                escaped(blend.name()), blend.nativeName(), parameters,
+                String.format(Locale.ROOT, card.nanosPerPixel() < 10 ? "%.2f" : "%.1f", card.nanosPerPixel()),
+                escaped(blend.summary()), strip, escaped(call));
+    }
+
+    private String triple(int index, String mode, Gallery.Picture result) {
+        String icon = title(subjects.get(index).icon());
+        String layer = title(subjects.get(index).layer());
+        return """
+            <figure class="triple">
+            <span class="tile"><span class="before-%1$d" role="img" aria-label="%2$s before"></span></span>
+            <span class="tile"><span class="layer-%1$d" role="img" aria-label="layer %3$s"></span></span>
+            <span class="tile"><img src="%5$s" alt="%2$s after %4$s with %3$s" loading="lazy" decoding="async"></span>
+            <figcaption aria-hidden="true"><span>%2$s</span><span>%3$s</span><span>%4$s</span></figcaption>
+            </figure>
+            """.formatted(index, icon, layer, escaped(mode), data(result));
+    }
+
+    private String measurement(Gallery.Subject subject) {
+        Measurement m = subject.measurement();
+        int[] cut = m.cutOff();
+        int[] rgba = m.average();
+        double area = (double) m.width() * m.height();
+        String square = m.square() == null
+            ? "square enough"
+            : "%3$d px, at %1$d, %2$d".formatted(m.square()[0], m.square()[1], m.square()[2]);
+        return """
+            <figure class="measured">
+            <div class="tile">
+            <span class="before-%1$d" role="img" aria-label="%2$s with its cut-off rectangle"></span>
+            <svg viewBox="0 0 %3$d %4$d" aria-hidden="true"><rect x="%5$d" y="%6$d" width="%7$d" height="%8$d"/></svg>
+            <span class="swatch" style="--color:%9$s"></span>
+            </div>
+            <figcaption>
+            <h3>%2$s</h3>
+            <dl>
+            """.formatted(
+                subjects.indexOf(subject), title(subject.icon()), m.width(), m.height(),
+                cut[0], cut[1], cut[2] - cut[0] + 1, cut[3] - cut[1] + 1, straight(rgba))
+            + fact("Size", "%d × %d".formatted(m.width(), m.height()))
+            + fact("Visible", String.format(Locale.ROOT, "%,d (%.1f %%)", m.visible(), 100 * m.visible() / area))
+            + fact("Invisible", String.format(Locale.ROOT, "%,d (%.1f %%)", m.invisible(), 100 * m.invisible() / area))
+            + fact("Outside", String.format(Locale.ROOT, "%.1f %%", 100 * m.outside()))
+            + fact("Average", "%d %d %d %d".formatted(rgba[0], rgba[1], rgba[2], rgba[3]))
+            + fact("Cut-off", "%d, %d – %d, %d".formatted(cut[0], cut[1], cut[2], cut[3]))
+            + fact("Square", square)
+            + "</dl>\n</figcaption>\n</figure>\n";
+    }
+
+    private static String fact(String name, String value) {
+        return "<div><dt>%s</dt><dd>%s</dd></div>\n".formatted(name, value);
+    }
+
+    /** The average is premultiplied, CSS colours are not. */
+    private static String straight(int[] rgba) {
+        int alpha = Math.max(1, rgba[3]);
+        return String.format(Locale.ROOT, "rgb(%d %d %d / %.3f)",
+            Math.min(255, rgba[0] * 255 / alpha), Math.min(255, rgba[1] * 255 / alpha), Math.min(255, rgba[2] * 255 / alpha),
+            rgba[3] / 255.0);
+    }
+
+    /** Icons and layers come again in every card; as backgrounds in the style sheet they are in the page once. */
+    private String shared() {
+        StringBuilder rules = new StringBuilder();
+        for (int i = 0; i < subjects.size(); ++i) {
+            rules.append(".before-%d{background-image:url(%s)}\n".formatted(i, data(subjects.get(i).icon())));
+            rules.append(".layer-%d{background-image:url(%s)}\n".formatted(i, data(subjects.get(i).layer())));
+        }
+        return rules.toString();
+    }
+
+    private static String data(Gallery.Picture picture) {
+        return "data:image/png;base64," + Base64.getEncoder().encodeToString(picture.thumbnail());
+    }
+
+    /** "icon-road-map" is titled "road map". */
+    private static String title(Gallery.Picture picture) {
+        return escaped(picture.name().substring(picture.name().indexOf('-') + 1).replace('-', ' '));
+    }
+
+    private static String slug(String text) {
+        return text.toLowerCase(Locale.ROOT).replace(' ', '-');
+    }
+
+    private static String escaped(String text) {
+        return text.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;").replace("\"", "&quot;");
+    }
+
+    private static String processor() {
+        try (var lines = Files.lines(Path.of("/proc/cpuinfo"))) {
+            return lines.filter(line -> line.startsWith("model name"))
+                .map(line -> line.substring(line.indexOf(':') + 1).strip())
+                .findFirst()
+                .orElse(System.getProperty("os.arch"));
+        } catch (IOException e) {
+            return System.getProperty("os.arch");
+        }
+    }
+}

@@ -1,0 +1,178 @@
+package com.velmora.display.fennic.cli;
+
+import static org.junit.jupiter.api.Assertions.assertAll;
+import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertFalse;
+import static org.junit.jupiter.api.Assertions.assertTrue;
+
+import java.awt.image.BufferedImage;
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.ArrayList;
+import java.util.Arrays;
+import java.util.List;
+import java.util.regex.Pattern;
+import java.util.stream.Stream;
+import javax.imageio.ImageIO;
+import org.junit.jupiter.api.BeforeAll;
+import org.junit.jupiter.api.BeforeEach;
+import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.io.TempDir;
+import org.junit.jupiter.params.ParameterizedTest;
+import org.junit.jupiter.params.provider.CsvSource;
+
+/** The command line as a person runs it, in a folder of its own. */
+class CommandLineTest {
+    private static final Path ROOT = Path.of(System.getProperty("fennic.root"));
+
+    private record Result(int exitCode, String out, String err) {}
+
+    @TempDir Path folder;
+
+    /** The first run may build and talk about it; the others are then silent. */
+    @BeforeAll
+    static void build(@TempDir Path anywhere) throws Exception {
+        assertEquals(0, run(anywhere, "--version").exitCode);
+    }
+
+    /** An oblong of 6 x 4 with a hole at its second row, and a plain layer of twice the size. */
+    @BeforeEach
+    void draw() throws IOException {
+        var base = new BufferedImage(10, 10, BufferedImage.TYPE_INT_ARGB);
+        for (int y = 3; y <= 6; ++y) {
+            for (int x = 2; x <= 7; ++x) {
+                base.setRGB(x, y, x == 4 && y == 4 ? 0 : 0xffc86432);
+            }
+        }
+        var layer = new BufferedImage(20, 20, BufferedImage.TYPE_INT_ARGB);
+        for (int i = 0; i < 400; ++i) {
+            layer.setRGB(i % 20, i / 20, 0xff6496c8);
+        }
+        ImageIO.write(base, "png", folder.resolve("base.png").toFile());
+        ImageIO.write(layer, "png", folder.resolve("layer.png").toFile());
+        byte[] whole = Files.readAllBytes(folder.resolve("base.png"));
+        Files.write(folder.resolve("cut.png"), Arrays.copyOf(whole, whole.length / 2));
+        Files.writeString(folder.resolve("text.png"), "not a picture");
+        Files.createDirectory(folder.resolve("empty"));
+    }
+
+    @ParameterizedTest
+    @CsvSource(delimiter = '|', value = {
+        "                                                            | 2 | a command is missing",
+        "blnd                                                        | 2 | did you mean blend",
+        "measure                                                     | 2 | 'FILE'",
+        "measure --jsn base.png                                      | 2 | did you mean --json",
+        "measure none.png                                            | 1 | none.png: no such file",
+        "measure text.png                                            | 1 | text.png: not a PNG",
+        "measure cut.png                                             | 1 | cut.png: a damaged or oversized PNG",
+        "measure empty                                               | 1 | empty: a folder",
+        "blend darken base.png -o out.png                            | 2 | 'LAYER'",
+        "blend darken base.png layer.png                             | 2 | '--out=OUT'",
+        "blend darkn base.png layer.png -o out.png                   | 2 | did you mean darken",
+        "blend burn base.png layer.png -o out.png                    | 2 | color-burn or",
+        "blend xyzzy base.png layer.png -o out.png                   | 2 | fennic list shows them all",
+        "blend darken --offset 1 base.png layer.png -o out.png       | 2 | darken takes no --offset",
+        "blend linear-burn --offset 1x base.png layer.png -o out.png | 2 | --offset takes a value of type int, not '1x'",
+        "blend darken none.png layer.png -o out.png                  | 1 | none.png: no such file",
+        "blend darken base.png cut.png -o base.png                   | 1 | cut.png: a damaged or oversized PNG",
+        "blend darken base.png layer.png -o gone/out.png             | 1 | gone/out.png: its folder is missing",
+        "blend darken base.png layer.png -o base.png/out.png         | 1 | base.png is a file, no folder",
+        "blend darken base.png layer.png -o empty                    | 1 | empty: a folder",
+        "blend darken base.png layer.png -o /dev/full                | 1 | /dev/full: not a plain file",
+        "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
+        "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
+        "gallery --icons gone --out g                                | 1 | gone: no such folder",
+    })
+    void failsWithOneTellingLineAndLeavesNothingBehind(String line, int exitCode, String message) throws Exception {
+        List<String> before = contents();
+        Result result = run(folder, line == null ? new String[0] : line.split(" "));
+        assertAll(
+            () -> assertEquals(exitCode, result.exitCode),
+            () -> assertTrue(result.err.matches("fennic: .*\\n") && result.err.contains(message), result.err),
+            () -> assertEquals("", result.out),
+            () -> assertEquals(before, contents()));
+    }
+
+    @Test
+    void measures() throws Exception {
+        Result json = run(folder, "measure", "--json", "base.png");
+        assertEquals(
+            "[{\"file\":\"base.png\",\"width\":10,\"height\":10,\"visible\":23,\"invisible\":77,\"outside\":0.76,"
+                + "\"average\":[200,100,50,255],\"cutOff\":[2,3,7,6],\"square\":[0,1,6,6]}]",
+            json.out.replaceAll("\\s", ""));
+        assertEquals(0, json.exitCode);
+
+        Result table = run(folder, "measure", "base.png", "text.png", "layer.png");
+        List<String> rows = table.out.lines().map(row -> row.strip().replaceAll("\\s+", " ")).toList();
+        assertEquals("10 10 23 77 0.7600 200,100,50,255 2,3,7,6 0,1,6,6 base.png", rows.get(1));
+        assertEquals("20 20 400 0 0.0000 100,150,200,255 0,0,19,19 - layer.png", rows.get(2), "after a bad file");
+        assertEquals(1, table.exitCode);
+    }
+
+    /** The layer is scaled to the base, each mode gets its parameters, and the result may take the base's place. */
+    @ParameterizedTest
+    @CsvSource({
+        "blend darken base.png layer.png -o out.png,                   out.png,  ff646432",
+        "blend darken base.png layer.png -o base.png,                  base.png, ff646432",
+        "blend linear-burn base.png layer.png -o out.png,              out.png,  ff2c0101",
+        "blend linear-burn base.png layer.png -o out.png --offset 128, out.png,  ffac7a7a",
+    })
+    void blends(String line, String out, String color) throws Exception {
+        List<String> names = Stream.concat(contents().stream(), Stream.of(out)).distinct().sorted().toList();
+        assertEquals(new Result(0, "", ""), run(folder, line.split(" ")));
+        BufferedImage result = ImageIO.read(folder.resolve(out).toFile());
+        assertEquals(10, result.getWidth());
+        assertEquals(color, Integer.toHexString(result.getRGB(2, 3)));
+        assertEquals(0, result.getRGB(0, 0), "transparent pixels stay so");
+        assertEquals(names, contents());
+    }
+
+    @Test
+    void showsEveryBlendInTheGallery() throws Exception {
+        Files.copy(folder.resolve("base.png"), folder.resolve("icon-oblong.png"));
+        Files.copy(folder.resolve("layer.png"), folder.resolve("layer-plain.png"));
+        List<String> modes = all("BLEND +(\\S+)", run(folder, "list").out);
+        assertFalse(modes.isEmpty());
+
+        Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery");
+        assertEquals(0, result.exitCode, result.err);
+        String page = Files.readString(folder.resolve("gallery/index.html"));
+        List<String> cards = all("class=\"card\" id=\"mode-([^\"]+)\"", page);
+        assertEquals(modes.stream().sorted().toList(), cards.stream().sorted().toList());
+        assertFalse(Pattern.compile("https?:|@import|(src=\"|url\\()(?!data:)").matcher(page).find(), "the page loads nothing");
+        assertFalse(page.contains("{{"), "a slot of the template was left open");
+        for (String mode : modes) {
+            assertEquals(10, ImageIO.read(folder.resolve("gallery/images/" + mode + "-icon-oblong.png").toFile()).getWidth());
+        }
+    }
+
+    private static List<String> all(String pattern, String text) {
+        return Pattern.compile(pattern).matcher(text).results().map(match -> match.group(1)).toList();
+    }
+
+    private List<String> contents() throws IOException {
+        try (Stream<Path> files = Files.walk(folder)) {
+            return files.filter(file -> !file.equals(folder)).map(file -> folder.relativize(file).toString()).sorted().toList();
+        }
+    }
+
+    private static Result run(Path folder, String... arguments) throws Exception {
+        List<String> command = new ArrayList<>(List.of(ROOT.resolve("fennic").toString()));
+        command.addAll(List.of(arguments));
+        Path out = Files.createTempFile("fennic", ".out");
+        Path err = Files.createTempFile("fennic", ".err");
+        try {
+            int exitCode = new ProcessBuilder(command)
+                .directory(folder.toFile())
+                .redirectOutput(out.toFile())
+                .redirectError(err.toFile())
+                .start()
+                .waitFor();
+            return new Result(exitCode, Files.readString(out), Files.readString(err));
+        } finally {
+            Files.delete(out);
+            Files.delete(err);
+        }
+    }
+}
