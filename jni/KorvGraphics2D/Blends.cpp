@@ -1,5 +1,5 @@
 // Layer blends: the layer (c2, a2) is painted into the base (c1, a1), pixel by pixel, in the manner of a paint program's modes.
-// The formulas are the textbook ones (W3C Compositing and Blending, section 9) on channels premultiplied by alpha.
+// The formulas are the textbook ones (W3C Compositing and Blending, section 10) on channels premultiplied by alpha.
 #include "../Blending.h"
 #include "../KorvGraphics2D.h"
 
