@@ -5,3 +5,6 @@
 #include <new>
 
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }
+
+void operator delete[](void* array) noexcept { std::free(array); }
+void operator delete[](void* array, std::size_t) noexcept { std::free(array); }

@@ -64,6 +64,17 @@ INLINE inline int single(JNIEnv* env, jobject object, Loop loop) {
     return whileLocked(bitmap, loop);
 }
 
+// The same, but deliberately without a look at getInfo's result: the format of the description, zero until it is known,
+// decides.
+template <typename Loop>
+INLINE inline int singleByFormat(JNIEnv* env, jobject object, Loop loop) {
+    Bitmap bitmap{env, object};
+    int result = bitmap.describe();
+    if (!bitmap.isRgba()) return result;
+    if (!bitmap.isSound()) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
+    return whileLocked(bitmap, loop);
+}
+
 // The layer must reach as far as the base; each is walked with its own stride.
 inline INLINE bool sameGrid(const Bitmap& base, const Bitmap& layer) {
     return base.isSound() && layer.isSound() && layer.info.width >= base.info.width && layer.info.height >= base.info.height;
@@ -121,7 +132,10 @@ INLINE inline int triple(JNIEnv* env, jobject object1, jobject object2, jobject 
             return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     return whileLocked(bitmaps[0], [&](Pixels pixels1) INLINE {
         whileLocked(bitmaps[1], [&](Pixels pixels2) INLINE {
-            whileLocked(bitmaps[2], [&](Pixels pixels3) INLINE { loop(pixels1, pixels2, pixels3); });
+            whileLocked(bitmaps[2], [&](Pixels pixels3) INLINE {
+                pixels2.stride = pixels3.stride = pixels1.stride;
+                loop(pixels1, pixels2, pixels3);
+            });
         });
     });
 }

@@ -99,4 +99,63 @@ public:
     // Hue and value of the base with the saturation of the layer (KorvGraphics2D/Hue.cpp). Every pixel leaves 36 bytes behind
     // that nobody releases, unless the library is built with FENNIC_LEAK_FREE.
     static int BitmapHue(JNIEnv* env, jobject base, jobject layer);
+
+    // Two bitmaps: the base is faded by the mask's red, or by its alpha less its red; or the layer is added to it. Status.
+    static int ChannelThrough(JNIEnv* env, jobject base, jobject mask);
+    static int ChannelThrough2(JNIEnv* env, jobject base, jobject mask);
+    static int BitmapAdd(JNIEnv* env, jobject base, jobject layer);
+
+    // Channels (KorvGraphics2D/Channels.cpp). Status. ChannelThrough3 makes premultiplied white transparent; PickUpChannel
+    // takes channel 0 to 3 (red, green, blue, alpha) as grey and refuses others; BitmapToBitReverse gives a - c in each
+    // channel.
+    static int ChannelThrough3(JNIEnv* env, jobject bitmap);
+    static int PickUpChannel(JNIEnv* env, jobject bitmap, int channel);
+    static int BitmapToBitReverse(JNIEnv* env, jobject bitmap);
+
+    // Tones (KorvGraphics2D/Tones.cpp). Status. Grey between the levels low and high by luminance or lightness (results outside
+    // of 0 to 255 wrap); a comic strip's tint; every channel times factor, at most 255; white where the brightness (0 to 255)
+    // reaches the threshold, else black.
+    static int BitmapGrapMapping(JNIEnv* env, jobject bitmap, int low, int high);
+    static int BitmapPSDesaturate(JNIEnv* env, jobject bitmap, int low, int high);
+    static int BitmapToComicGray(JNIEnv* env, jobject bitmap);
+    static int BitmapSetAlphaPercentage(JNIEnv* env, jobject bitmap, float factor);
+    static int BitmapSetBlackAndWhite(JNIEnv* env, jobject bitmap, float threshold);
+
+    // The median brightness of the visible pixels, the upper one of two in the middle; 0 on failure and where nothing is
+    // visible.
+    static float BitmapGetMedian(JNIEnv* env, jobject bitmap);
+
+    // Straight brightness (weights 0.299, 0.587, 0.114) and luminance (0.2125, 0.7154, 0.0721) of a premultiplied pixel, in
+    // double, green first; a = 0 gives infinity or NaN.
+    static float GetBrightness(float r, float g, float b, float a);
+    static float GetLuminance(float r, float g, float b, float a);
+
+    // Patterns (KorvGraphics2D/Patterns.cpp). Status. The crosshatch inks pixels in `color` (0xRRGGBB), the more the darker
+    // they are, along lines at `angle` (radians) whose distance and half width scale with the bitmap's height; the rest becomes
+    // white, or transparent with clearBackground. The dots lie in cells of `size` pixels and have `radius` halves of a cell.
+    // Unnamed parameters are not read.
+    static int BitmapCrosshatch(JNIEnv* env, jobject bitmap, double spacing, double width, int color,
+                                unsigned char clearBackground, double angle);
+    static int BitmapPolkaDot(JNIEnv* env, jobject bitmap, int size, float, float radius);
+
+    // Whether a point lies on a line of one family; whether a pixel of that luminance is inked.
+    static bool needDrawLine(double base, double slope, double x, double spacing, double width, bool shifted);
+    static bool NeedSetColor(int lum, double x, double y, double height, double spacing, double width, double angle);
+
+    // Grey above a threshold of luminance, nothing below; grey of the greatest channel; 255 less each colour channel. Status.
+    static int BitmapDenoise(JNIEnv* env, jobject bitmap, int threshold);
+    static int BitmapAdd(JNIEnv* env, jobject bitmap, float);
+    static int BitmapContort(JNIEnv* env, jobject bitmap, int);
+
+    // The grey of BitmapDenoise for one pixel, before truncation; an ease from 0 over m / 2 to m along a raised cosine.
+    static float Denoise(float r, float g, float b, float a, float threshold);
+    static float Add(float x, float m);
+
+    // The difference of two bitmaps around 128, into the colour of a third; all three are walked with the destination's width,
+    // height and stride. Status.
+    static int BitmapToEmboss(JNIEnv* env, jobject destination, jobject minuend, jobject subtrahend);
+
+    // A matte of a grey image: red up to `threshold` becomes black, red from 255 - threshold white, with opacity rising towards
+    // both ends; what lies between is erased. Status.
+    static int EraseGray(JNIEnv* env, jobject bitmap, int threshold, jobject, jobject);
 };

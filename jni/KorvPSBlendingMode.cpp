@@ -115,12 +115,12 @@ constexpr auto wholeColourPixel = [](int mode) INLINE {
 // Deliberate: an array for every pixel, which nobody releases.
 constexpr auto wholeColourPixel = [](int mode, bool& exhausted) INLINE {
     return [mode, &exhausted](Word base, Word layer) INLINE -> Word {
-        if (!(base & opacity) || !(layer & opacity)) return base;
+        if (exhausted || !(base & opacity) || !(layer & opacity)) return base;
         int ints1[4] = {byteOf(base, red), byteOf(base, green), byteOf(base, blue), byteOf(base, alpha)};
         int ints2[4] = {byteOf(layer, red), byteOf(layer, green), byteOf(layer, blue), byteOf(layer, alpha)};
         const Channel top = unionAlpha(Channel(ints1[3]), Channel(ints2[3]));
         const float* rgb = KorvPSBlendingMode::getBlendingModeRGB7or12(ints1, ints2, top, mode);
-        if (!rgb) exhausted = true;
+        exhausted = !rgb;
         return rgb ? stored(rgb[0]) << red | stored(rgb[1]) << green | stored(rgb[2]) << blue | stored(top) << alpha : base;
     };
 };

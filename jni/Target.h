@@ -24,21 +24,54 @@ static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float
 // Carried by what hands out a new array: inlined, a compiler may do without the array, and callers would see no allocation.
 #define OUT_OF_LINE __attribute__((noinline))
 
-// a * b + c, rounded once. In a build with clones the oldest processors get the C library's function.
-inline INLINE float fused(float a, float b, float c) {
 #if defined(FENNIC_HAS_CLONES) || defined(__FMA__) || defined(__ARM_FEATURE_FMA)
-    return __builtin_fmaf(a, b, c);
+
+// a * b + c, rounded once. In a build with clones the oldest processors get the C library's functions.
+inline INLINE float fused(float a, float b, float c) { return __builtin_fmaf(a, b, c); }
+inline INLINE double fused(double a, double b, double c) { return __builtin_fma(a, b, c); }
+
 #else
-    // In double the product is exact. The sum is rounded to odd: where Knuth's two-sum finds a rest, an even sum steps one unit
-    // towards it, so that the rounding to float cannot mistake the sum for a tie. A rest of NaN (infinities) steps nowhere.
-    double product = double(a) * double(b), sum = product + double(c), part = sum - product;
-    double rest = (product - (sum - part)) + (double(c) - part);
-    double outward = sum < 0 ? -rest : rest;
+
+// The same from plain operations, which vectorise, after S. Boldo and G. Melquiond, "Emulation of FMA and correctly rounded
+// sums", 2008. Every rest is exact; values near the ends of double's range are not for it.
+
+struct Sum {
+    double value, rest;
+};
+
+// Knuth's two-sum.
+inline INLINE Sum exactSum(double a, double b) {
+    double sum = a + b, part = sum - a;
+    return {sum, (a - (sum - part)) + (b - part)};
+}
+
+// Veltkamp's and Dekker's product.
+inline INLINE Sum exactProduct(double a, double b) {
+    double splitA = 0x8000001p0 * a, splitB = 0x8000001p0 * b, highA = splitA - (splitA - a), highB = splitB - (splitB - b);
+    double lowA = a - highA, lowB = b - highB, product = a * b;
+    return {product, lowA * lowB - (((product - highA * highB) - lowA * highB) - highA * lowB)};
+}
+
+// a + b rounded to odd: where there is a rest, an even sum steps one unit towards it, so that a further rounding cannot mistake
+// it for a tie. A rest of NaN (infinities) steps nowhere.
+inline INLINE double oddSum(double a, double b) {
+    Sum sum = exactSum(a, b);
+    double outward = sum.value < 0 ? -sum.rest : sum.rest;
     std::int64_t bits;
-    std::memcpy(&bits, &sum, sizeof bits);
+    std::memcpy(&bits, &sum.value, sizeof bits);
     std::int64_t step = outward > 0 ? 1 : outward < 0 ? -1 : 0;
     bits += bits & 1 ? 0 : step;
-    std::memcpy(&sum, &bits, sizeof bits);
-    return float(sum);
-#endif
+    double odd;
+    std::memcpy(&odd, &bits, sizeof odd);
+    return odd;
 }
+
+// The product of two floats is exact in double.
+inline INLINE float fused(float a, float b, float c) { return float(oddSum(double(a) * double(b), double(c))); }
+
+inline INLINE double fused(double a, double b, double c) {
+    Sum product = exactProduct(a, b), low = exactSum(c, product.rest), high = exactSum(product.value, low.value);
+    return high.value + oddSum(high.rest, low.rest);
+}
+
+#endif

@@ -96,3 +96,60 @@ NATIVE(jint, nativeTkPSBlendingMode, jobject base, jobject layer, jint mode) {
 }
 
 NATIVE(jint, nativeBitmapGetHSV, jobject bitmap) { return KorvGraphics2D::BitmapGetHSV(env, bitmap); }
+
+NATIVE(jint, nativeBitmapGrapMapping, jobject bitmap, jint low, jint high) {
+    return KorvGraphics2D::BitmapGrapMapping(env, bitmap, low, high);
+}
+
+NATIVE(jint, nativeToEmboss, jobject destination, jobject minuend, jobject subtrahend) {
+    return KorvGraphics2D::BitmapToEmboss(env, destination, minuend, subtrahend);
+}
+
+NATIVE(jint, nativeToBitReverse, jobject bitmap) { return KorvGraphics2D::BitmapToBitReverse(env, bitmap); }
+
+NATIVE(jint, nativeChannelThrough, jobject base, jobject mask) { return KorvGraphics2D::ChannelThrough(env, base, mask); }
+
+NATIVE(jint, nativeChannelThrough2, jobject base, jobject mask) { return KorvGraphics2D::ChannelThrough2(env, base, mask); }
+
+NATIVE(jint, nativeChannelThrough3, jobject bitmap) { return KorvGraphics2D::ChannelThrough3(env, bitmap); }
+
+NATIVE(jint, nativePickUpChannel, jobject bitmap, jint channel) { return KorvGraphics2D::PickUpChannel(env, bitmap, channel); }
+
+NATIVE(jint, nativeToComicGray, jobject bitmap) { return KorvGraphics2D::BitmapToComicGray(env, bitmap); }
+
+NATIVE(jint, nativeBitmapPSDesaturate, jobject bitmap, jint low, jint high) {
+    return KorvGraphics2D::BitmapPSDesaturate(env, bitmap, low, high);
+}
+
+NATIVE(jint, nativeBitmapSetAlphaPercentage, jobject bitmap, jfloat factor) {
+    return KorvGraphics2D::BitmapSetAlphaPercentage(env, bitmap, factor);
+}
+
+NATIVE(jfloat, nativeBitmapGetMedian, jobject bitmap) { return KorvGraphics2D::BitmapGetMedian(env, bitmap); }
+
+NATIVE(jint, nativeBitmapSetBlackAndWhite, jobject bitmap, jfloat threshold) {
+    return KorvGraphics2D::BitmapSetBlackAndWhite(env, bitmap, threshold);
+}
+
+NATIVE(jint, nativeBitmapCrosshatch, jobject bitmap, jdouble spacing, jdouble width, jint color, jboolean clearBackground,
+       jdouble angle) {
+    return KorvGraphics2D::BitmapCrosshatch(env, bitmap, spacing, width, color, clearBackground, angle);
+}
+
+NATIVE(jint, nativeBitmapDenoise, jobject bitmap, jint threshold) {
+    return KorvGraphics2D::BitmapDenoise(env, bitmap, threshold);
+}
+
+NATIVE(jint, nativeBitmapAdd, jobject bitmap, jfloat ignored) { return KorvGraphics2D::BitmapAdd(env, bitmap, ignored); }
+
+NATIVE(jint, nativeBitmapAdd2, jobject base, jobject layer) { return KorvGraphics2D::BitmapAdd(env, base, layer); }
+
+NATIVE(jint, nativeBitmapPolkaDot, jobject bitmap, jint size, jfloat ignored, jfloat radius) {
+    return KorvGraphics2D::BitmapPolkaDot(env, bitmap, size, ignored, radius);
+}
+
+NATIVE(jint, nativeEraseGray, jobject bitmap, jint threshold, jobject first, jobject second) {
+    return KorvGraphics2D::EraseGray(env, bitmap, threshold, first, second);
+}
+
+NATIVE(jint, nativeBitmapContort, jobject bitmap, jint ignored) { return KorvGraphics2D::BitmapContort(env, bitmap, ignored); }

@@ -1,5 +1,5 @@
-// Every blend over bitmaps of all widths from 0 to 40, tight and padded; the same digests on every compiler, level and
-// processor. With FENNIC_RECORD set, the table is written instead: for a change of bytes that is meant.
+// Every blend and effect over bitmaps of all widths from 0 to 40, tight and padded; the same digests on every compiler, level
+// and processor. With FENNIC_RECORD set, the table is written instead: for a change of bytes that is meant.
 #include "Digests.h"
 #include "Listed.h"
 
@@ -42,7 +42,7 @@ std::uint32_t pixel(Random& random, DigestTable::Column kind) {
     }
 }
 
-std::uint64_t digestOf(const ListedBlend& blend, DigestTable::Column kind) {
+std::uint64_t digestOf(const Listed& operation, DigestTable::Column kind) {
     Digest digest;
     Random random;
     for (std::uint32_t width = 0; width <= 40; ++width)
@@ -53,8 +53,8 @@ std::uint64_t digestOf(const ListedBlend& blend, DigestTable::Column kind) {
                     base.set(x, y, pixel(random, kind));
                     layer.set(x, y, pixel(random, kind));
                 }
-            EXPECT_EQ(blend.run(base, layer), 0) << blend.name;
-            EXPECT_TRUE(base.guardsIntact()) << blend.name << ", width " << width;
+            EXPECT_EQ(operation.run(base, layer), 0) << operation.name;
+            EXPECT_TRUE(base.guardsIntact()) << operation.name << ", width " << width;
             for (std::uint32_t y = 0; y < 5; ++y)
                 for (std::uint32_t x = 0; x < width; ++x) digest.add(base.get(x, y));
         }
@@ -65,15 +65,17 @@ std::uint64_t digestOf(const ListedBlend& blend, DigestTable::Column kind) {
 TEST(Digests, AreThoseOfTheTable) {
     DigestTable table(FENNIC_DIGESTS);
     const bool record = std::getenv("FENNIC_RECORD");
-    for (const ListedBlend& blend : listedBlends())
+    std::vector<Listed> operations = listedBlends();
+    operations.insert(operations.end(), listedEffects().begin(), listedEffects().end());
+    for (const Listed& operation : operations)
         for (auto kind : {DigestTable::valid, DigestTable::arbitrary, DigestTable::extreme}) {
-            const std::string digest = DigestTable::text(digestOf(blend, kind));
+            const std::string digest = DigestTable::text(digestOf(operation, kind));
             if (record)
-                table.at(blend.name, kind) = digest;
+                table.at(operation.name, kind) = digest;
             else
-                EXPECT_EQ(digest, table.at(blend.name, kind)) << blend.name << ", column " << kind;
+                EXPECT_EQ(digest, table.at(operation.name, kind)) << operation.name << ", column " << kind;
         }
-    EXPECT_EQ(table.size(), listedBlends().size());
+    EXPECT_EQ(table.size(), operations.size());
     if (record) table.save();
 }
 

@@ -10,7 +10,7 @@
 #include <new>
 
 thread_local std::string calls;
-thread_local std::size_t failAt = 0;
+thread_local std::size_t allocations = 0, failAt = 0;
 
 namespace {
 
@@ -109,15 +109,28 @@ void releaseArrays() {
 
 // Stands in for the library's own, which is linked only into libfennic.so.
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    if (arrays.size() + 1 == failAt) return nullptr;
+    if (++allocations == failAt) return nullptr;
     return arrays.emplace_back(std::malloc(size));
 }
+
+// With the release of the library's arrays replaced, that of all others is, too.
+void* operator new[](std::size_t size) {
+    void* array = std::malloc(size);
+    if (!array) std::abort();
+    return array;
+}
+
+void operator delete[](void* array) noexcept {
+    arrays.erase(std::remove(arrays.begin(), arrays.end(), array), arrays.end());
+    std::free(array);
+}
+void operator delete[](void* array, std::size_t) noexcept { operator delete[](array); }
 
 extern "C" {
 
 int AndroidBitmap_getInfo(JNIEnv*, jobject object, AndroidBitmapInfo* info) {
     const FakeBitmap& bitmap = bitmapOf("getInfo", object);
-    if (bitmap.infoResult >= 0) *info = bitmap.info;
+    if (bitmap.infoResult >= 0 || bitmap.fillsInfoOnFailure) *info = bitmap.info;
     return bitmap.infoResult;
 }
 

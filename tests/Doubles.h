@@ -12,16 +12,17 @@
 extern thread_local std::string calls;
 
 // The library's arrays, which this thread has been given and not released: how many there are, and an end to them. The
-// allocation of number `failAt` (counted from 1; 0: none) fails.
+// allocation that makes `allocations` equal to failAt fails.
 std::size_t heldArrays();
 void releaseArrays();
-extern thread_local std::size_t failAt;
+extern thread_local std::size_t allocations, failAt;
 
 struct FakeBitmap {
     AndroidBitmapInfo info{};
     int number = 1;
     int infoResult = 0, lockResult = 0, unlockResult = 0;  // what the calls return; negative: the call fails
-    int locks = 0;                                         // taken and not released
+    bool fillsInfoOnFailure = false;
+    int locks = 0;  // taken and not released
 
     // Rows of width pixels, each followed by `padding` bytes; padding and both ends are filled with a pattern.
     FakeBitmap(std::uint32_t width, std::uint32_t height, std::uint32_t padding = 0,

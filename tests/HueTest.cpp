@@ -49,12 +49,23 @@ TEST(Hue, ConvertsToRedGreenBlue) {
         float h, s, v;
         int r, g, b;
     } table[] = {
-        {360, 1, 255, 0, 0, 0},                                                                    // black, not red
-        {359.9f, 1, 255, 255, 0, 0},    {-60, 1, 255, 0, 0, 0},      {-59.9f, 1, 255, 255, 0, 0},  // truncates into the first
-                                                                                                   // sector
-        {NAN, 1, 255, 255, 0, 0},       {1e30f, 1, 255, 0, 0, 0},    {77, 0, 200.7f, 200, 200, 200}, {77, 1e-6f, 0.9f, 0, 0, 0},
-        {77, 0, 254.9f, 254, 254, 254}, {77, 0, 300, 255, 255, 255}, {30, 1, 200, 200, 100, 0},      {90, 1, 200, 100, 200, 0},
-        {150, 1, 200, 0, 200, 100},     {210, 1, 200, 0, 100, 200},  {270, 1, 200, 100, 0, 200},     {330, 1, 200, 200, 0, 100},
+        {360, 1, 255, 0, 0, 0},  // black, not red
+        {359.9f, 1, 255, 255, 0, 0},
+        {-60, 1, 255, 0, 0, 0},
+        {-59.9f, 1, 255, 255, 0, 0},  // truncates into the first
+                                      // sector
+        {NAN, 1, 255, 255, 0, 0},
+        {1e30f, 1, 255, 0, 0, 0},
+        {77, 0, 200.7f, 200, 200, 200},
+        {77, 1e-6f, 0.9f, 0, 0, 0},
+        {77, 0, 254.9f, 254, 254, 254},
+        {77, 0, 300, 255, 255, 255},
+        {30, 1, 200, 200, 100, 0},
+        {90, 1, 200, 100, 200, 0},
+        {150, 1, 200, 0, 200, 100},
+        {210, 1, 200, 0, 100, 200},
+        {270, 1, 200, 100, 0, 200},
+        {330, 1, 200, 200, 0, 100},
     };
     for (const auto& [h, s, v, r, g, b] : table) {
         const int* rgb = K2D::HSV2RGB(h, s, v);
@@ -72,8 +83,9 @@ std::size_t leftBehind(const std::string& name, std::size_t fail = 0, int expect
     base.set(0, 0, 0);
     layer.set(1, 0, 0);
     const FakeBitmap before = base;
-    for (const ListedBlend& blend : listedBlends())
+    for (const Listed& blend : listedBlends())
         if (blend.name == name) {
+            allocations = 0;
             failAt = fail;
             EXPECT_EQ(blend.run(base, layer), expected) << name << ", failing allocation " << fail;
             failAt = 0;
@@ -94,8 +106,10 @@ TEST(Hue, LeavesItsArraysBehindUnlessBuiltWithoutLeaks) {
 }
 
 TEST(Hue, ReportsAnAllocationThatFails) {
+    allocations = 0;
     failAt = 1;
     EXPECT_EQ(K2D::RGB2HSV(1, 2, 3, 4), nullptr);
+    allocations = 0;
     EXPECT_EQ(K2D::HSV2RGB(1, 1, 1), nullptr);
     failAt = 0;
     const int status = leakFree ? 0 : ANDROID_BITMAP_RESULT_ALLOCATION_FAILED;

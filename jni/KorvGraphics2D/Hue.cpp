@@ -74,11 +74,12 @@ CLONES int KorvGraphics2D::BitmapHue(JNIEnv* env, jobject base, jobject layer) {
 int KorvGraphics2D::BitmapHue(JNIEnv* env, jobject base, jobject layer) {
     bool exhausted = false;
     const int result = blend(env, base, layer, [&](Word pixel1, Word pixel2) INLINE -> Word {
+        if (exhausted) return pixel1;
         auto hsv = [](Word p) INLINE { return RGB2HSV(byteOf(p, red), byteOf(p, green), byteOf(p, blue), byteOf(p, alpha)); };
         const float* hsv1 = hsv(pixel1);
         const float* hsv2 = hsv(pixel2);
         const int* rgb = hsv1 && hsv2 ? HSV2RGB(hsv1[0], hsv2[1], hsv1[2]) : nullptr;
-        if (!rgb) exhausted = true;
+        exhausted = !rgb;
         return rgb ? premultiplied({rgb[0], rgb[1], rgb[2]}, pixel1) : pixel1;
     });
     return exhausted ? ANDROID_BITMAP_RESULT_ALLOCATION_FAILED : result;

@@ -1,0 +1,115 @@
+// Effects that remap tones, and the median brightness.
+#include "../Effects.h"
+#include "../KorvGraphics2D.h"
+
+namespace {
+
+// A grey value with `low` for black and `high` for white, from the greatest and least channel (HSL lightness).
+constexpr auto desaturated = [](Channel low, Channel span) INLINE {
+    return [=](Word word) INLINE -> Word {
+        const int r = byteOf(word, red), g = byteOf(word, green), b = byteOf(word, blue);
+        const int most = r > g ? (r > b ? r : b) : (g > b ? g : b), least = r < g ? (r < b ? r : b) : (g < b ? g : b);
+        const Channel lightness = Channel(most + least) * 0.5f;
+        return grey(wrapped(fused(low * channelOf(word, alpha), K, span * lightness / 255.0f)), word);
+    };
+};
+
+// The same from the luminance.
+constexpr auto mapped = [](Channel scale, Channel base) INLINE {
+    return [=](Word word) INLINE -> Word {
+        const Channel r = channelOf(word, red), g = channelOf(word, green), b = channelOf(word, blue);
+        const Channel luminance = fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g));
+        return grey(wrapped(fused(luminance, scale, base * channelOf(word, alpha))), word);
+    };
+};
+
+constexpr auto comic = [](Word word) INLINE -> Word {
+    const int r = byteOf(word, red), g = byteOf(word, green), b = byteOf(word, blue);
+    // Deliberate: the sums are taken as unsigned, so that a negative one is huge and any factor but 0 makes it 255.
+    auto asUnsigned = [](int sum) INLINE { return sum < 0 ? 0x1p32f : Channel(sum); };
+    const Channel s1 = asUnsigned(r - b + 2 * g), s2 = asUnsigned(r - g + 2 * b);
+    auto tint = [](Channel s, int c) INLINE { return stored(clamped(s * K * Channel(c), 255.0f)); };
+    return (word & opacity) | tint(s1, r) << red | tint(s2, r) << green | tint(s2, g) << blue;
+};
+
+constexpr auto scaled = [](float factor) INLINE {
+    return [=](Word word) INLINE -> Word {
+        auto byte = [=](int c) INLINE { return stored(clamped(channelOf(word, c) * factor, 255.0f)) << c; };
+        return byte(red) | byte(green) | byte(blue) | byte(alpha);
+    };
+};
+
+constexpr auto blackAndWhite = [](float threshold) INLINE {
+    return ifVisible([=](Word word) INLINE -> Word {
+        return grey(straightSum(word, brightnessWeights) >= threshold ? word >> alpha : 0, word);
+    });
+};
+
+// The bits of a brightness, which sort as the brightnesses do: none is negative.
+inline INLINE std::uint32_t brightnessBits(Word word) {
+    const float brightness = straightSum(word, brightnessWeights);
+    std::uint32_t bits;
+    std::memcpy(&bits, &brightness, sizeof bits);
+    return bits;
+}
+
+// The value of rank n / 2 among the n visible pixels, counted from 0, which is what sorting them would find there. It is found
+// digit by digit: each pass counts the pixels that share the digits known so far by their next digit.
+inline INLINE float median(Pixels pixels) {
+    constexpr int digitBits = 11;
+    std::uint32_t rank = 0, known = 0;
+    for (int shift : {2 * digitBits, digitBits, 0}) {
+        std::uint32_t counts[1 << digitBits] = {};
+        for (std::size_t y = 0; y < pixels.height; ++y) {
+            const StoredWord* row = pixels.row(y);
+            for (std::size_t x = 0; x < pixels.width; ++x) {
+                const std::uint64_t bits = brightnessBits(row[x]), unknown = bits ^ known;
+                if (row[x] & opacity && unknown >> (shift + digitBits) == 0) ++counts[bits >> shift & ((1 << digitBits) - 1)];
+            }
+        }
+        if (shift == 2 * digitBits) {
+            for (std::uint32_t count : counts) rank += count;
+            if (rank == 0) return 0.0f;
+            rank /= 2;
+        }
+        std::uint32_t digit = 0;
+        while (rank >= counts[digit]) rank -= counts[digit++];
+        known |= digit << shift;
+    }
+    float value;
+    std::memcpy(&value, &known, sizeof value);
+    return value;
+}
+
+// As the operations round it for bytes, for any numbers.
+float helperSum(float r, float g, float b, float a, Weights w) {
+    return float(fused(double(b), w.b, fused(double(r), w.r, w.g * double(g))) * 255.0 / double(a));
+}
+
+}  // namespace
+
+CLONES int KorvGraphics2D::BitmapGrapMapping(JNIEnv* env, jobject bitmap, int low, int high) {
+    const float scale = float(double(int(unsigned(high) - unsigned(low))) / 255.0), base = float(double(low) * 0.00392157);
+    return effect(env, bitmap, mapped(scale, base));
+}
+
+CLONES int KorvGraphics2D::BitmapPSDesaturate(JNIEnv* env, jobject bitmap, int low, int high) {
+    return effect(env, bitmap, desaturated(Channel(low), Channel(high) - Channel(low)));
+}
+
+CLONES int KorvGraphics2D::BitmapToComicGray(JNIEnv* env, jobject bitmap) { return effect(env, bitmap, comic); }
+
+CLONES int KorvGraphics2D::BitmapSetAlphaPercentage(JNIEnv* env, jobject bitmap, float factor) {
+    return effect(env, bitmap, scaled(factor));
+}
+
+CLONES int KorvGraphics2D::BitmapSetBlackAndWhite(JNIEnv* env, jobject bitmap, float threshold) {
+    return effect(env, bitmap, blackAndWhite(threshold));
+}
+
+CLONES float KorvGraphics2D::BitmapGetMedian(JNIEnv* env, jobject bitmap) {
+    return measure<float>(env, bitmap, [](Pixels pixels) INLINE { return median(pixels); });
+}
+
+float KorvGraphics2D::GetBrightness(float r, float g, float b, float a) { return helperSum(r, g, b, a, brightnessWeights); }
+float KorvGraphics2D::GetLuminance(float r, float g, float b, float a) { return helperSum(r, g, b, a, luminanceWeights); }
