@@ -26,9 +26,6 @@ constexpr INLINE auto zeroAtZero(Rule rule) {
     return RULE(rule) { return c2 == 0.0f ? 0.0f : rule(c1, c2, a1, a2, top); };
 }
 
-// The straight (un-premultiplied) value of a channel, 0 to 255.
-inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
-
 // The rule on red, green and blue, each channel turned into its byte by `store`; the base's alpha is kept.
 template <typename Rule, typename Store = decltype(stored)>
 constexpr INLINE auto perChannel(Rule rule, Store store = stored) {

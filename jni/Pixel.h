@@ -44,3 +44,13 @@ inline INLINE Channel clamped(Channel value, Channel ceiling) {
     Channel low = floored(value);
     return low < ceiling ? low : ceiling;
 }
+
+// The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
+inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
+
+// The same in whole numbers, c * 255 / a; a transparent pixel's channels are taken as they are. The quotient of bytes is exact
+// in float before it is truncated: its rounding is finer than 1/255.
+inline INLINE int wholeStraight(Word word, int shift) {
+    const Channel c = channelOf(word, shift), a = channelOf(word, alpha);
+    return int(a == 0.0f ? c : straight(c, a));
+}

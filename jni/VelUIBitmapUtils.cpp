@@ -1,6 +1,7 @@
 // The natives of com.velmora.display.fennic.VelUIBitmapUtils, bound by name. Each drops the receiver and hands everything else
 // on.
 #include "KorvGraphics2D.h"
+#include "KorvImageFilter.h"
 #include "KorvPSBlendingMode.h"
 
 #define NATIVE(result, name, ...)                                                                                     \
@@ -153,3 +154,47 @@ NATIVE(jint, nativeEraseGray, jobject bitmap, jint threshold, jobject first, job
 }
 
 NATIVE(jint, nativeBitmapContort, jobject bitmap, jint ignored) { return KorvGraphics2D::BitmapContort(env, bitmap, ignored); }
+
+NATIVE(jint, nativeImageFilter0, jobject b1, jobject b2, jobject b3, jobject b4, jobject b5, jobject b6, jobject b7, jobject b8,
+       jobject b9, jint ignored1, jint ignored2, jfloatArray kernel, jfloat scale) {
+    return KorvImageFilter::BitmapEmboss(env, b1, b2, b3, b4, b5, b6, b7, b8, b9, ignored1, ignored2, kernel, scale);
+}
+
+NATIVE(jint, nativeImageFilter1, jobject source, jobject destination, jfloat sharpness) {
+    return KorvImageFilter::BitmapSharpness(env, source, destination, sharpness);
+}
+
+NATIVE(jint, nativeImageFilter2, jobject bitmap, jint p, jint q, jint s) {
+    return KorvImageFilter::BitmapPixelation(env, bitmap, p, q, s);
+}
+
+NATIVE(jint, nativeImageFilter3, jobject bitmap, jfloat intensity) {
+    return KorvImageFilter::BitmapSepia(env, bitmap, intensity);
+}
+
+NATIVE(jint, nativeImageFilter4, jobject bitmap, jint radius) { return KorvImageFilter::BitmapKuwahara(env, bitmap, radius); }
+
+NATIVE(jint, nativeImageFilter5, jobject bitmap, jfloat saturation) {
+    return KorvImageFilter::BitmapSaturation(env, bitmap, saturation);
+}
+
+NATIVE(jint, nativeImageFilter6, jobject bitmap, jfloat exposure) {
+    return KorvImageFilter::BitmapExposure(env, bitmap, exposure);
+}
+
+NATIVE(jint, nativeImageFilter7, jobject bitmap, jfloatArray colour, jfloat intensity) {
+    return KorvImageFilter::BitmapMonoChrome(env, bitmap, colour, intensity);
+}
+
+NATIVE(jint, nativeImageFilter8, jobject bitmap, jfloatArray centre, jintArray colour, jfloat start, jfloat end) {
+    return KorvImageFilter::BitmapVignette(env, bitmap, centre, colour, start, end);
+}
+
+NATIVE(jint, nativeImageFilter9, jobject bitmap, jfloat distance, jfloat slope) {
+    return KorvImageFilter::BitmapHaze(env, bitmap, distance, slope);
+}
+
+NATIVE(jint, nativeImageFilter10, jobject source, jobject destination, jfloat centreX, jfloat centreY, jfloat radius,
+       jdouble angle) {
+    return KorvImageFilter::BitmapSwirl(env, source, destination, centreX, centreY, radius, angle);
+}

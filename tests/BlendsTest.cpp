@@ -1,4 +1,6 @@
 #include "Blending.h"
+#include "KorvGraphics2D.h"
+#include "KorvPSBlendingMode.h"
 #include "Listed.h"
 
 #include <gtest/gtest.h>

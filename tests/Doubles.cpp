@@ -26,20 +26,22 @@ FakeBitmap& bitmapOf(const char* call, jobject object) {
     return bitmap;
 }
 
-bool inside(FakeIntArray& array, jsize start, jsize length) {
-    bool fits = start >= 0 && length >= 0 && std::size_t(start) + std::size_t(length) <= array.ints.size();
+template <typename Array>
+bool inside(Array& array, jsize start, jsize length) {
+    bool fits = start >= 0 && length >= 0 && std::size_t(start) + std::size_t(length) <= array.elements.size();
     array.overrun |= !fits;
     return fits;
 }
 
-void getIntArrayRegion(JNIEnv*, jintArray object, jsize start, jsize length, jint* out) {
-    FakeIntArray& array = *reinterpret_cast<FakeIntArray*>(object);
-    if (inside(array, start, length)) std::copy_n(array.ints.begin() + start, length, out);
+template <typename Array, typename Object, typename Element>
+void getRegion(JNIEnv*, Object object, jsize start, jsize length, Element* out) {
+    Array& array = *reinterpret_cast<Array*>(object);
+    if (inside(array, start, length)) std::copy_n(array.elements.begin() + start, length, out);
 }
 
 void setIntArrayRegion(JNIEnv*, jintArray object, jsize start, jsize length, const jint* in) {
     FakeIntArray& array = *reinterpret_cast<FakeIntArray*>(object);
-    if (inside(array, start, length)) std::copy_n(in, length, array.ints.begin() + start);
+    if (inside(array, start, length)) std::copy_n(in, length, array.elements.begin() + start);
 }
 
 }  // namespace
@@ -71,13 +73,16 @@ void FakeBitmap::fill(std::uint32_t pixel) {
         for (std::uint32_t x = 0; x < info.width; ++x) set(x, y, pixel);
 }
 
+bool FakeBitmap::untouched(std::size_t from, std::size_t count) const {
+    auto first = memory.begin() + std::ptrdiff_t(from);
+    return std::all_of(first, first + std::ptrdiff_t(count), [](unsigned char byte) { return byte == guardByte; });
+}
+
+bool FakeBitmap::endsIntact() const { return untouched(0, guard) && untouched(memory.size() - guard, guard); }
+
 bool FakeBitmap::guardsIntact() const {
-    auto untouched = [&](std::size_t from, std::size_t count) {
-        auto first = memory.begin() + std::ptrdiff_t(from);
-        return std::all_of(first, first + std::ptrdiff_t(count), [](unsigned char byte) { return byte == guardByte; });
-    };
     std::size_t stride = memory.size() > 2 * guard ? (memory.size() - 2 * guard) / info.height : 0;
-    bool intact = untouched(0, guard) && untouched(memory.size() - guard, guard);
+    bool intact = endsIntact();
     for (std::size_t y = 0; stride && y < info.height; ++y)
         intact &= untouched(guard + (y + 1) * stride - rowPadding, rowPadding);
     return intact;
@@ -86,7 +91,8 @@ bool FakeBitmap::guardsIntact() const {
 JNIEnv* fakeEnv() {
     static JNINativeInterface functions = [] {
         JNINativeInterface table{};
-        table.GetIntArrayRegion = getIntArrayRegion;
+        table.GetIntArrayRegion = getRegion<FakeIntArray>;
+        table.GetFloatArrayRegion = getRegion<FakeFloatArray>;
         table.SetIntArrayRegion = setIntArrayRegion;
         return table;
     }();

@@ -1,5 +1,5 @@
 // What stands in for Android in the tests: bitmaps with guarded memory whose calls are recorded and can be made to fail, Java
-// arrays, and a JNIEnv that knows the three array functions the library uses.
+// arrays, and a JNIEnv that knows the three array functions that the library uses.
 #pragma once
 
 #include <android/bitmap.h>
@@ -34,21 +34,28 @@ struct FakeBitmap {
     std::uint32_t get(std::size_t x, std::size_t y) const;
     void set(std::size_t x, std::size_t y, std::uint32_t pixel);
     void fill(std::uint32_t pixel);
-    bool guardsIntact() const;
+    bool endsIntact() const;
+    bool guardsIntact() const;  // the ends and the padding
     bool operator==(const FakeBitmap& other) const { return memory == other.memory; }
 
 private:
+    bool untouched(std::size_t from, std::size_t count) const;
+
     static constexpr std::size_t guard = 256;
     std::uint32_t rowPadding = 0;
     std::vector<unsigned char> memory;
 };
 
-struct FakeIntArray {
-    std::vector<jint> ints;
+// A Java array of ints or floats.
+template <typename Element, typename Object>
+struct FakeArray {
+    std::vector<Element> elements;
     bool overrun = false;  // a region copy went beyond the array: Java throws, nothing is copied
 
-    jintArray object() { return reinterpret_cast<jintArray>(this); }
+    Object object() { return reinterpret_cast<Object>(this); }
 };
+using FakeIntArray = FakeArray<jint, jintArray>;
+using FakeFloatArray = FakeArray<jfloat, jfloatArray>;
 
 JNIEnv* fakeEnv();
 

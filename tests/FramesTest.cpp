@@ -199,7 +199,7 @@ TEST(Frames, RefuseSizesWhoseProductsPass32Bits) {
 TEST(Frames, RectangleWritesOnEveryWayOut) {
     FakeIntArray out{{7, 7, 7, 7}}, shortOut{{7, 7}};
     rectangle(fakeEnv(), out.object(), [] { return FourInts{1, 2, 3, 4}; });
-    EXPECT_EQ(out.ints, (std::vector<jint>{1, 2, 3, 4}));
+    EXPECT_EQ(out.elements, (std::vector<jint>{1, 2, 3, 4}));
     rectangle(fakeEnv(), shortOut.object(), [] { return FourInts{1, 2, 3, 4}; });
     EXPECT_TRUE(shortOut.overrun);
     rectangle(fakeEnv(), nullptr, [] { return FourInts{1, 2, 3, 4}; });

@@ -1,3 +1,4 @@
+#include "KorvGraphics2D.h"
 #include "Listed.h"
 
 #include <gtest/gtest.h>

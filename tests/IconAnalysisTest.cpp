@@ -77,13 +77,13 @@ struct Rect {
 Ints average(FakeBitmap& bitmap, Rect r) {
     FakeIntArray out{{7, 7, 7, 7}};
     K2D::getBitmapAverageColorInRect2(fakeEnv(), bitmap.object(), r.x, r.y, r.w, r.h, out.object());
-    return out.ints;
+    return out.elements;
 }
 
 Ints averageFrom(FakeBitmap& bitmap, int minAlpha, Rect r) {
     FakeIntArray out{{7, 7, 7, 7}};
     K2D::getBitmapAverageColorInRect(fakeEnv(), bitmap.object(), r.x, r.y, r.w, r.h, out.object(), minAlpha);
-    return out.ints;
+    return out.elements;
 }
 
 TEST(IconAnalysis, AveragesTheColourOfARectangle) {
@@ -116,7 +116,7 @@ TEST(IconAnalysis, AveragesTheColourOfARectangle) {
 Ints cutOff(FakeBitmap bitmap, int threshold) {
     FakeIntArray rect{{7, 7, 7, 7}};
     K2D::getBitmapTransparentCutOffRect(fakeEnv(), bitmap.object(), threshold, rect.object());
-    return rect.ints;
+    return rect.elements;
 }
 
 // A 10 x 10 bitmap, black in the rectangle from (left, top) to (right, bottom).

@@ -32,8 +32,8 @@ TEST(IconGeometry, SquaresUpABoxThatIsFarFromSquare) {
         FakeIntArray boxArray{box}, squareArray{untouched};
         EXPECT_EQ(KorvGraphics2D::getIconBitmapInfo(fakeEnv(), boxArray.object(), squareArray.object()), answer)
             << box[2] << " x " << box[3];
-        EXPECT_EQ(boxArray.ints, after);
-        EXPECT_EQ(squareArray.ints, square) << box[2] << " x " << box[3];
+        EXPECT_EQ(boxArray.elements, after);
+        EXPECT_EQ(squareArray.elements, square) << box[2] << " x " << box[3];
     }
 }
 
@@ -62,7 +62,8 @@ TEST(IconGeometry, FitsASizeToAScaledTarget) {
     for (const auto& [size, first, scaleA, scaleB, w, h, expected] : table) {
         FakeIntArray array{size};
         KorvGraphics2D::getSourceSize(fakeEnv(), static_cast<unsigned char>(first), scaleA, scaleB, array.object(), w, h);
-        EXPECT_EQ(array.ints, expected) << size[0] << " x " << size[1] << " into " << w << " x " << h << " times " << scaleA;
+        EXPECT_EQ(array.elements, expected)
+            << size[0] << " x " << size[1] << " into " << w << " x " << h << " times " << scaleA;
     }
 }
 
@@ -70,12 +71,12 @@ TEST(IconGeometry, ShortAndNullArraysReadAsZeroAndTakeNothing) {
     FakeIntArray shortBox{{0, 0, 50}}, square{{7, 7, 7, 7}};
     EXPECT_FALSE(KorvGraphics2D::getIconBitmapInfo(fakeEnv(), shortBox.object(), square.object()));
     EXPECT_TRUE(shortBox.overrun);
-    EXPECT_EQ(shortBox.ints, (Ints{0, 0, 50}));
+    EXPECT_EQ(shortBox.elements, (Ints{0, 0, 50}));
     EXPECT_FALSE(KorvGraphics2D::getIconBitmapInfo(fakeEnv(), nullptr, square.object()));
     FakeIntArray oblong{{0, 0, 119, 99}};
     EXPECT_TRUE(KorvGraphics2D::getIconBitmapInfo(fakeEnv(), oblong.object(), nullptr));
     KorvGraphics2D::getSourceSize(fakeEnv(), 1, 1.0f, 1.0f, nullptr, 10, 10);
-    EXPECT_EQ(square.ints, (Ints{7, 7, 7, 7}));
+    EXPECT_EQ(square.elements, (Ints{7, 7, 7, 7}));
 }
 
 }  // namespace

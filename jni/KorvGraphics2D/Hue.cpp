@@ -53,12 +53,10 @@ int KorvGraphics2D::BitmapGetHSV(JNIEnv* env, jobject bitmap) {
 
 #ifdef FENNIC_LEAK_FREE
 
-// Whole straight values, 0 for a transparent pixel. The quotient of bytes is exact in float before it is truncated: its
-// rounding is finer than 1/255.
+// Whole straight values, 0 for a transparent pixel.
 static inline INLINE Rgb straightRgb(Word pixel) {
-    Channel a = channelOf(pixel, alpha);
-    auto whole = [=](int c) INLINE { return a != 0.0f ? int(straight(channelOf(pixel, c), a)) : 0; };
-    return {whole(red), whole(green), whole(blue)};
+    const Word visible = pixel & opacity ? pixel : 0;
+    return {wholeStraight(visible, red), wholeStraight(visible, green), wholeStraight(visible, blue)};
 }
 
 CLONES int KorvGraphics2D::BitmapHue(JNIEnv* env, jobject base, jobject layer) {

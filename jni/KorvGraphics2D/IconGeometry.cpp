@@ -1,22 +1,9 @@
 // Size arithmetic for squaring up and scaling icons; no bitmap is touched.
+#include "../JavaArrays.h"
 #include "../KorvGraphics2D.h"
 #include "../Pixel.h"
 
 namespace {
-
-// The first ints of a Java array; zeros where it is null or too short (then the Java exception of the copy is left to the
-// caller).
-template <int count>
-struct Ints {
-    jint at[count] = {};
-
-    Ints(JNIEnv* env, jintArray array) {
-        if (array) env->GetIntArrayRegion(array, 0, count, at);
-    }
-    void writeTo(JNIEnv* env, jintArray array) const {
-        if (array) env->SetIntArrayRegion(array, 0, count, at);
-    }
-};
 
 // Sums and differences that wrap.
 int plus(int a, int b) { return int(unsigned(a) + unsigned(b)); }
@@ -32,7 +19,7 @@ bool KorvGraphics2D::getIconBitmapInfo(JNIEnv* env, jintArray boxArray, jintArra
     double deviation = ratio > 1.0f ? double(ratio) - 1.0 : 1.0 - double(ratio);
     // NaN, from a box of 0 x 0, counts as square.
     if (!(double(float(deviation)) > 0.1)) return false;
-    Ints<4> square(env, nullptr);
+    Ints<4> square;
     int side = h >= w ? h : w;
     square.at[h >= w ? 0 : 1] = (h >= w ? minus(h, w) : minus(w, h)) / 2;
     square.at[2] = square.at[3] = side;

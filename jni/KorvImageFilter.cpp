@@ -1,0 +1,381 @@
+#include "KorvImageFilter.h"
+
+#include "Effects.h"
+#include "JavaArrays.h"
+#include "Scratch.h"
+
+#include <cmath>
+
+namespace {
+
+// ---- Straight colour in and out
+// ------------------------------------------------------------------------------------------------
+
+// A result truncated and clamped to 0 to 255; NaN gives 0.
+template <typename Value>
+INLINE inline Channel limited(Value value) {
+    const Value low = value > Value(0) ? value : Value(0);
+    return Channel(int(low < Value(255) ? low : Value(255)));
+}
+
+// The byte of a straight value, 0 to 255, under an alpha.
+inline INLINE Word premultiplied(Channel value, Channel a) { return stored(value * a * K); }
+
+// The pixel whose channels are formula(straight channel, shift), limited, under its own alpha.
+template <typename Formula>
+INLINE inline Word filtered(Word word, Formula formula) {
+    const Channel a = channelOf(word, alpha);
+    auto byte = [&](int c) INLINE {
+        const auto value = formula(Channel(wholeStraight(word, c)), c);
+        return premultiplied(limited(value), a) << c;
+    };
+    return (word & opacity) | byte(red) | byte(green) | byte(blue);
+}
+
+inline INLINE Channel luminance(Channel r, Channel g, Channel b) { return fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g)); }
+
+inline INLINE Channel straightLuminance(Word word) {
+    return luminance(Channel(wholeStraight(word, red)), Channel(wholeStraight(word, green)),
+                     Channel(wholeStraight(word, blue)));
+}
+
+// ---- Colour
+// ----------------------------------------------------------------------------------------------------------------------
+
+// Deliberate: green's weights are those of luminance (with 0.144 for blue), red's 1.2 and blue's 0.8 times 0.299, 0.587 and
+// 0.114.
+constexpr auto sepia = [](float intensity) INLINE {
+    return [i = intensity, k = 1.0f - intensity](Word word) INLINE -> Word {
+        const Channel r = Channel(wholeStraight(word, red)), g = Channel(wholeStraight(word, green));
+        const Channel b = Channel(wholeStraight(word, blue)), a = channelOf(word, alpha);
+        auto toned = [=](Channel wg, Channel wr, Channel wb) INLINE { return fused(b, wb, fused(r, wr, wg * g)); };
+        auto mixed = [=](Channel tone, Channel c) INLINE {
+            const Channel value = fused(tone, i, k * c), low = value < 255.0f ? value : 255.0f;
+            return low > 0.0f ? low : 0.0f;
+        };
+        const Word newAlpha = stored(mixed(a, a));
+        const Channel over = Channel(int(newAlpha));
+        return newAlpha << alpha | premultiplied(mixed(toned(0.299f, 0.3588f, 0.2392f), r), over) << red |
+               premultiplied(mixed(toned(0.587f, 0.7044f, 0.4696f), g), over) << green |
+               premultiplied(mixed(toned(0.144f, 0.1368f, 0.0912f), b), over) << blue;
+    };
+};
+
+constexpr auto saturated = [](float s) INLINE {
+    return [s](Word word) INLINE -> Word {
+        const Channel grey = (1.0f - s) * straightLuminance(word);
+        return filtered(word, [=](Channel c, int) INLINE { return fused(c, s, grey); });
+    };
+};
+
+constexpr auto exposed = [](float factor) INLINE {
+    return [factor](Word word) INLINE -> Word { return filtered(word, [=](Channel c, int) INLINE { return factor * c; }); };
+};
+
+// Multiply below middle grey, screen from there, in double. Deliberate: what the mix keeps is the premultiplied channel, which
+// the alpha then scales a second time.
+constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) INLINE {
+    return [=, r = colour[0], g = colour[1], b = colour[2]](Word word) INLINE -> Word {
+        const float Y = straightLuminance(word), rest = 1.0f - intensity;
+        const Channel a = channelOf(word, alpha);
+        auto byte = [=](int c, float t) INLINE {
+            const double dark = double(2.0f * Y) * double(t) * double(K);
+            const double bright = 255.0 + -2.0 * double(255.0f - Y) * double(255.0f - t) * double(K);
+            const Channel tone = limited(Y < 127.5f ? dark : bright);
+            return wrapped((tone * intensity + rest * channelOf(word, c)) * a * K) << c;
+        };
+        return (word & opacity) | byte(red, r) | byte(green, g) | byte(blue, b);
+    };
+};
+
+// ---- Neighbourhood
+// ---------------------------------------------------------------------------------------------------------------
+
+struct Sharpened {
+    float s, w;
+
+    // Deliberate: the centre is taken premultiplied.
+    INLINE Word operator()(Word centre, Word left, Word up, Word right, Word down) const {
+        const Channel a = channelOf(centre, alpha);
+        auto byte = [=, *this](int c) INLINE {
+            auto less = [=, *this](Channel v, Word neighbour)
+                            INLINE { return fused(-Channel(wholeStraight(neighbour, c)), s, v); };
+            const Channel v = less(less(less(less(channelOf(centre, c) * w, left), up), right), down);
+            return premultiplied(limited(v), a) << c;
+        };
+        return (centre & opacity) | byte(red) | byte(green) | byte(blue);
+    }
+};
+
+// The pixels of a bitmap as one packed array, whatever its stride.
+INLINE inline StoredWord* packed(Pixels pixels) { return pixels.row(0); }
+
+// at - at / size * size with a quotient that truncates, and is 0 where size is.
+INLINE inline std::int64_t remainder(std::int64_t at, int size) { return size == 0 ? at : at % size; }
+
+// ---- Kuwahara
+// --------------------------------------------------------------------------------------------------------------------
+
+// A pixel's straight channels on the scale of 1; the fourth lane is not used.
+struct Sample {
+    float lanes[4];
+
+    INLINE static Sample of(Word word) {
+        const Channel a = channelOf(word, alpha);
+        auto value = [=](int c) INLINE {
+            const Channel v = channelOf(word, c);
+            return a == 0.0f ? 0.0f : a == 255.0f ? v * K : v / a;
+        };
+        return {{value(red), value(green), value(blue), 0.0f}};
+    }
+};
+
+// Four quadrants side by side; each has its own sums over red, green and blue, which live as long as the call.
+struct Quadrants {
+    float sums[4][4] = {}, squares[4][4] = {};
+
+    INLINE void add(const Sample* const (&samples)[4]) {
+        for (int q = 0; q < 4; ++q)
+            for (int c = 0; c < 4; ++c) {
+                const float v = samples[q]->lanes[c];
+                sums[q][c] += v;
+                squares[q][c] = fused(v, v, squares[q][c]);
+            }
+    }
+
+    // Sums become means, squares distances from the mean's square; the answer is the quadrants' spreads.
+    INLINE std::array<float, 4> settle(float n) {
+        std::array<float, 4> spreads;
+        for (int q = 0; q < 4; ++q)
+            for (int c = 0; c < 4; ++c) {
+                const float mean = sums[q][c] / n, e = squares[q][c] / n, spread = fused(-mean, mean, e);
+                sums[q][c] = mean;
+                squares[q][c] = spread > 0.0f ? spread : fused(mean, mean, -e);
+            }
+        for (int q = 0; q < 4; ++q) spreads[std::size_t(q)] = squares[q][0] + squares[q][1] + squares[q][2];
+        return spreads;
+    }
+};
+
+// Deliberate: a step of one row is one pixel short, so that samples drift sideways with their distance.
+INLINE inline void kuwahara(Pixels pixels, int radius, Sample* samples) {
+    const std::int64_t width = pixels.width, height = pixels.height, r = radius, side = r + 1;
+    const float n = float(int((unsigned(radius) + 1u) * (unsigned(radius) + 1u)));
+    StoredWord* const words = packed(pixels);
+    for (std::int64_t i = 0; i < width * height; ++i) samples[i] = Sample::of(words[i]);
+    Quadrants quadrants;
+    for (std::int64_t y = 0; y < height; ++y)
+        for (std::int64_t x = 0; x < width; ++x) {
+            const std::int64_t here = y * width + x;
+            auto clamped = [](std::int64_t d, std::int64_t low, std::int64_t high) INLINE {
+                const std::int64_t least = d < high ? d : high;
+                return least > low ? least : low;
+            };
+            auto row = [=](std::int64_t dy) INLINE { return here + (width - 1) * clamped(dy, -y, height - 1 - y); };
+            auto column = [=](std::int64_t dx) INLINE { return clamped(dx, -x, width - 1 - x); };
+            for (std::int64_t i = 0; i < side; ++i) {
+                const Sample *above = samples + row(i - r), *below = samples + row(i);
+                for (std::int64_t j = 0; j < side; ++j) {
+                    const std::int64_t left = column(j - r), right = column(j);
+                    quadrants.add({above + left, above + right, below + right, below + left});
+                }
+            }
+            const std::array<float, 4> spreads = quadrants.settle(n);
+            // The alphas of the quadrants' last samples; without samples there is none.
+            const std::int64_t last[4] = {here, here + column(r), row(r) + column(r), row(r)};
+            float least = 100.0f;
+            Word result = words[here];
+            for (int q = 0; q < 4; ++q)
+                if (spreads[std::size_t(q)] < least) {
+                    least = spreads[std::size_t(q)];
+                    const Channel a = r < 0 ? 0.0f : channelOf(words[last[q]], alpha);
+                    auto byte = [&](int c) INLINE { return stored(::clamped(quadrants.sums[q][c], 1.0f) * a) << 8 * c; };
+                    result = byte(0) | byte(1) | byte(2) | stored(a) << alpha;
+                }
+            words[here] = result;
+            samples[here] = Sample::of(result);
+        }
+}
+
+// ---- Space
+// -----------------------------------------------------------------------------------------------------------------------
+
+inline INLINE float distance(float dx, float dy) { return __builtin_sqrtf(fused(dx, dx, dy * dy)); }
+
+inline INLINE float wholePart(float value) { return float(truncated(value)); }
+
+}  // namespace
+
+CLONES int KorvImageFilter::BitmapSepia(JNIEnv* env, jobject bitmap, float intensity) {
+    return effect(env, bitmap, sepia(intensity));
+}
+
+CLONES int KorvImageFilter::BitmapSaturation(JNIEnv* env, jobject bitmap, float saturation) {
+    return effect(env, bitmap, saturated(saturation));
+}
+
+CLONES int KorvImageFilter::BitmapExposure(JNIEnv* env, jobject bitmap, float exposure) {
+    return effect(env, bitmap, exposed(float(std::exp2(double(exposure)))));
+}
+
+CLONES int KorvImageFilter::BitmapMonoChrome(JNIEnv* env, jobject bitmap, jfloatArray colour, float intensity) {
+    return single(env, bitmap, [=](Pixels pixels) INLINE {
+        const Floats<3> tint(env, colour);
+        forEachPixel(pixels, tinted(tint.at, intensity));
+    });
+}
+
+CLONES int KorvImageFilter::BitmapHaze(JNIEnv* env, jobject bitmap, float distance, float slope) {
+    return single(env, bitmap, [=](Pixels pixels) INLINE {
+        for (std::size_t y = 0; y < pixels.height; ++y) {
+            // A single row divides zero by zero, and t of 1 divides by zero: such rows turn black.
+            const float t = float(y) * slope / float(pixels.height - 1) + distance;
+            const double rest = 1.0 - double(t);
+            StoredWord* row = pixels.row(y);
+            for (std::size_t x = 0; x < pixels.width; ++x)
+                row[x] = filtered(row[x], [=](Channel c, int) INLINE { return double(fused(-t, 255.0f, c)) / rest; });
+        }
+    });
+}
+
+CLONES int KorvImageFilter::BitmapVignette(JNIEnv* env, jobject bitmap, jfloatArray centre, jintArray colour, float start,
+                                           float end) {
+    return single(env, bitmap, [=](Pixels pixels) INLINE {
+        const Floats<2> middle(env, centre);
+        // Deliberate: only red and green are fetched; blue stays 0.
+        const Ints<3> edge(env, colour, 2);
+        const float edgeRed = float(edge.at[0]), edgeGreen = float(edge.at[1]), edgeBlue = float(edge.at[2]),
+                    ramp = end - start;
+        for (std::size_t y = 0; y < pixels.height; ++y) {
+            const float dy = float(y) / float(pixels.height) - middle.at[1];
+            StoredWord* row = pixels.row(y);
+            for (std::size_t x = 0; x < pixels.width; ++x) {
+                const float dx = float(int(x)) / float(pixels.width) - middle.at[0], d = distance(dx, dy);
+                const float t = d <= start ? 0.0f : d >= end ? 1.0f : (d - start) / ramp;
+                row[x] = filtered(row[x], [=](Channel c, int shift) INLINE {
+                    return fused(c, 1.0f - t, (shift == red ? edgeRed : shift == green ? edgeGreen : edgeBlue) * t);
+                });
+            }
+        }
+    });
+}
+
+CLONES int KorvImageFilter::BitmapSharpness(JNIEnv* env, jobject source, jobject destination, float sharpness) {
+    auto fits = [](const Bitmap& from, const Bitmap& to)
+                    INLINE { return from.isSound() && to.holds(from.info.width, from.info.height, from.info.stride); };
+    return pairWithoutRelease(env, source, destination, fits, [=](Pixels from, Pixels to) INLINE {
+        const std::int64_t width = from.width, height = from.height;
+        const StoredWord* const words = packed(from);
+        const Sharpened sharpened{sharpness, float(fused(double(sharpness), 4.0, 1.0))};
+        to.stride = from.stride;
+        for (std::int64_t y = 0; y < height; ++y) {
+            StoredWord* row = to.row(std::size_t(y));
+            const StoredWord* centre = words + y * width;
+            // A neighbour outside of the bitmap counts as 0.
+            auto atEdge = [=](std::int64_t x) INLINE {
+                row[x] = sharpened(centre[x], x > 0 ? centre[x - 1] : 0, y > 0 ? centre[x - width] : 0,
+                                   x + 1 < width ? centre[x + 1] : 0, y + 1 < height ? centre[x + width] : 0);
+            };
+            if (y == 0 || y + 1 == height || width < 3) {
+                for (std::int64_t x = 0; x < width; ++x) atEdge(x);
+                continue;
+            }
+            atEdge(0);
+            for (std::int64_t x = 1; x < width - 1; ++x)
+                row[x] = sharpened(centre[x], centre[x - 1], centre[x - width], centre[x + 1], centre[x + width]);
+            atEdge(width - 1);
+        }
+    });
+}
+
+CLONES int KorvImageFilter::BitmapPixelation(JNIEnv* env, jobject bitmap, int p, int q, int s) {
+    return single(env, bitmap, [=](Pixels pixels) INLINE {
+        const std::int64_t width = pixels.width, height = pixels.height;
+        const int blockWidth = int(unsigned(s) * unsigned(p)), blockHeight = int(unsigned(s) * unsigned(q));
+        const std::int64_t step = blockWidth == 0                ? width
+                                  : std::int64_t(blockWidth) < 0 ? -std::int64_t(blockWidth)
+                                                                 : blockWidth;
+        StoredWord* const words = packed(pixels);
+        for (std::int64_t y = 0; y < height; ++y) {
+            const std::int64_t dy = remainder(y, blockHeight);
+            for (std::int64_t start = 0; start < width; start += step) {
+                // Deliberate: going up a row is one pixel short of a row, so that row dy of a block takes its colour dy pixels
+                // to the right.
+                const Word source = words[y * width + start - dy * (width - 1)];
+                const Channel r = Channel(wholeStraight(source, red)), g = Channel(wholeStraight(source, green));
+                const Channel b = Channel(wholeStraight(source, blue));
+                StoredWord* const row = words + y * width;
+                const std::int64_t end = start + step < width ? start + step : width;
+                for (std::int64_t x = dy == 0 ? start + 1 : start; x < end; ++x) {
+                    const Channel a = channelOf(row[x], alpha);
+                    auto byte = [=](Channel c, int shift) INLINE { return wrapped(c * a * K) << shift; };
+                    row[x] = (row[x] & opacity) | byte(r, red) | byte(g, green) | byte(b, blue);
+                }
+            }
+        }
+    });
+}
+
+CLONES int KorvImageFilter::BitmapKuwahara(JNIEnv* env, jobject bitmap, int radius) {
+    bool exhausted = false;
+    const int result = single(env, bitmap, [&](Pixels pixels) INLINE {
+        const std::size_t count = std::size_t(pixels.width) * pixels.height;
+        if (count == 0) return;
+        Scratch<Sample> samples(count);
+        exhausted = !samples.at;
+        if (!exhausted) kuwahara(pixels, radius, samples.at);
+    });
+    return exhausted ? ANDROID_BITMAP_RESULT_ALLOCATION_FAILED : result;
+}
+
+CLONES int KorvImageFilter::BitmapSwirl(JNIEnv* env, jobject source, jobject destination, float centreX, float centreY,
+                                        float radius, double angle) {
+    auto fits = [](const Bitmap& from, const Bitmap& to)
+                    INLINE { return from.isSound() && to.holds(from.info.width, from.info.height, 4ull * from.info.width); };
+    return pairWithoutRelease(env, source, destination, fits, [=](Pixels from, Pixels to) INLINE {
+        const std::int64_t width = from.width, capacity = std::int64_t(to.height) * to.stride / 4;
+        StoredWord* const words = packed(to);
+        for (std::int64_t y = 0; y < std::int64_t(from.height); ++y) {
+            const StoredWord* row = from.row(std::size_t(y));
+            const float fromMiddle = centreY - float(y);
+            for (std::int64_t x = 0; x < width; ++x) {
+                const float d = distance(centreX - float(x), fromMiddle);
+                std::int64_t target = y * width + x;
+                if (d < radius) {
+                    const float p = (radius - d) / radius, theta = float(double(p * p) * angle * 8.0);
+                    float sine, cosine;
+                    sincosf(theta, &sine, &cosine);
+                    const float dx = wholePart(float(x) - centreX), dy = wholePart(float(y) - centreY);
+                    const std::int64_t row2 = truncated(fused(dx, sine, cosine * dy) + centreY);
+                    target = truncated(fused(dx, cosine, dy * -sine) + centreX) + row2 * width;
+                }
+                if (target >= 0 && target < capacity) words[target] = row[x];
+            }
+        }
+    });
+}
+
+CLONES int KorvImageFilter::BitmapEmboss(JNIEnv* env, jobject b1, jobject b2, jobject b3, jobject b4, jobject b5, jobject b6,
+                                         jobject b7, jobject b8, jobject b9, int, int, jfloatArray kernel, float scale) {
+    return nine(env, {b1, b2, b3, b4, b5, b6, b7, b8, b9}, [=](const Pixels(&taps)[9]) INLINE {
+        constexpr int centre = 4;
+        Floats<9> k(env, kernel);
+        // Deliberate: the centre's weight is not scaled.
+        for (int tap = 0; tap < 9; ++tap) k.at[tap] *= tap == centre ? 1.0f : scale;
+        const StoredWord *t1 = packed(taps[0]), *t2 = packed(taps[1]), *t3 = packed(taps[2]), *t4 = packed(taps[3]);
+        const StoredWord *t6 = packed(taps[5]), *t7 = packed(taps[6]), *t8 = packed(taps[7]), *t9 = packed(taps[8]);
+        StoredWord* t5 = packed(taps[4]);
+        for (std::size_t i = 0; i < std::size_t(taps[0].width) * taps[0].height; ++i) {
+            const Word middle = t5[i], tapWords[9] = {t1[i], t2[i], t3[i], t4[i], middle, t6[i], t7[i], t8[i], t9[i]};
+            const Channel a = channelOf(middle, alpha);
+            auto byte = [&](int c) INLINE {
+                auto tap = [&](int t) INLINE { return Channel(wholeStraight(tapWords[t], c)); };
+                Channel sum = fused(tap(0), k.at[0], k.at[1] * tap(1));
+                for (int t = 2; t < 9; ++t) sum = fused(tap(t), k.at[t], sum);
+                return premultiplied(limited(sum), a) << c;
+            };
+            const Word filtered = (middle & opacity) | byte(red) | byte(green) | byte(blue);
+            t5[i] = middle & opacity ? filtered : 0;
+        }
+    });
+}
