@@ -22,8 +22,8 @@ import picocli.CommandLine.UnmatchedArgumentException;
     mixinStandardHelpOptions = true,
     version = "fennic 1.0.0",
     scope = ScopeType.INHERIT,
-    description = "Measures and blends icons with libfennic, on the desktop.",
-    subcommands = {Listing.class, Measure.class, Blend.class, Gallery.class})
+    description = "Measures, blends and changes icons with libfennic, on the desktop.",
+    subcommands = {Listing.class, Measure.class, Blend.class, Effect.class, Gallery.class})
 public final class Fennic implements Runnable {
     @Spec private CommandSpec spec;
 
@@ -39,7 +39,11 @@ public final class Fennic implements Runnable {
     private static int run(String[] args) {
         try {
             CommandLine line = new CommandLine(new Fennic());
-            Blend.offerParameters(line.getSubcommands().get("blend").getCommandSpec());
+            for (CommandLine command : line.getSubcommands().values()) {
+                if (command.getCommand() instanceof Change change) {
+                    change.offerParameters();
+                }
+            }
             line.setParameterExceptionHandler((e, rest) -> complain(usage(e), 2));
             line.setExecutionExceptionHandler((e, command, result) -> complain(explain(e), 1));
             return line.execute(args);

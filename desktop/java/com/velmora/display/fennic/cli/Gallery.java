@@ -1,25 +1,32 @@
 package com.velmora.display.fennic.cli;
 
 import static java.nio.charset.StandardCharsets.UTF_8;
+import static java.util.stream.Collectors.joining;
+import static java.util.stream.Collectors.toMap;
 
 import android.graphics.Bitmap;
+import com.velmora.display.fennic.cli.Operation.Parameter;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.List;
+import java.util.Map;
 import java.util.concurrent.Callable;
+import java.util.function.Function;
 import java.util.stream.Stream;
 import picocli.CommandLine.Command;
 import picocli.CommandLine.Option;
 
-@Command(name = "gallery", description = "Shows every blend on every icon as a web page.")
+@Command(name = "gallery", description = "Shows every blend and effect on icons as a web page.")
 final class Gallery implements Callable<Integer> {
-    /** Twice the size at which the page shows a picture would be ideal; this keeps forty modes near 10 MB. */
-    private static final int THUMBNAIL = 128;
+    /** Twice the size at which the page shows a picture would be ideal; this keeps eighty operations below 15 MB. */
+    private static final int THUMBNAIL = 120;
 
-    /** The blends by number repeat the named ones; so many icons show the difference. */
-    private static final int FEW = 3;
+    /** So many icons show a named operation, a number, and what parameters change; they fill the rows of a wide page. */
+    private static final int NAMED = 6;
+    private static final int NUMBERED = 3;
+    private static final int COMPARED = 4;
 
     @Option(
         names = "--icons",
@@ -45,8 +52,12 @@ final class Gallery implements Callable<Integer> {
     /** An icon with the layer that goes over it, in the icon's size. */
     record Subject(Picture icon, Picture layer, Measurement measurement) {}
 
-    /** A blend over the subjects, or the first of them, in their order. */
-    record Card(Operation blend, List<Picture> results, double nanosPerPixel) {}
+    /** What became of a subject, and what is written under it. */
+    record Result(String caption, Picture picture) {}
+
+    record Strip(Subject subject, List<Result> results) {}
+
+    record Card(Operation operation, List<Strip> strips, double nanosPerPixel) {}
 
     @Override
     public Integer call() {
@@ -61,15 +72,17 @@ final class Gallery implements Callable<Integer> {
             pictures.add(subject.layer);
         }
         Stopwatch stopwatch = new Stopwatch(subjects.get(0).icon.bitmap, subjects.get(0).layer.bitmap);
-        List<Operation> blends = Operation.blends();
-        try (Progress progress = new Progress(blends.size() + 1)) {
-            for (Operation blend : blends) {
-                progress.step(blend.name());
-                double nanos = stopwatch.nanosPerPixel(blend);
-                List<Subject> shown = blend.isNumbered() ? subjects.subList(0, Math.min(FEW, subjects.size())) : subjects;
-                List<Picture> results = shown.parallelStream().map(subject -> blended(blend, subject)).toList();
-                cards.add(new Card(blend, results, nanos));
-                pictures.addAll(results);
+        List<Operation> operations = Stream.of("BLEND", "EFFECT").flatMap(kind -> Operation.of(kind).stream()).toList();
+        try (Progress progress = new Progress(operations.size() + 1)) {
+            for (Operation operation : operations) {
+                progress.step(operation.name());
+                double nanos = stopwatch.nanosPerPixel(operation);
+                int shown = operation.isNumbered() ? NUMBERED : operation.compared().isEmpty() ? NAMED : COMPARED;
+                List<Strip> strips = subjects.subList(0, Math.min(shown, subjects.size())).parallelStream()
+                    .map(subject -> strip(operation, subject))
+                    .toList();
+                cards.add(new Card(operation, strips, nanos));
+                strips.forEach(strip -> strip.results.forEach(result -> pictures.add(result.picture)));
             }
             progress.step("writing");
             createFolder(images);
@@ -82,10 +95,20 @@ final class Gallery implements Callable<Integer> {
         return 0;
     }
 
-    private static Picture blended(Operation blend, Subject subject) {
-        Bitmap result = subject.icon.bitmap.copy(Bitmap.Config.ARGB_8888, true);
-        blend.apply(blend.arguments(result, subject.layer.bitmap));
-        return Picture.of(blend.name() + "-" + subject.icon.name, result);
+    private static Strip strip(Operation operation, Subject subject) {
+        Result usual = result(operation, subject, "", Parameter::initial);
+        return new Strip(subject, operation.compared().isEmpty() ? List.of(usual) : List.of(
+            result(operation, subject, "-low", Parameter::low), usual, result(operation, subject, "-high", Parameter::high)));
+    }
+
+    private static Result result(Operation operation, Subject subject, String suffix, Function<Parameter, String> value) {
+        List<Parameter> compared = operation.compared();
+        Map<String, Object> values = compared.stream().collect(toMap(Parameter::name, p -> p.value(value.apply(p))));
+        String caption = compared.isEmpty()
+            ? operation.name()
+            : compared.stream().map(p -> p.name() + " " + value.apply(p)).collect(joining(", "));
+        Bitmap bitmap = operation.changed(subject.icon.bitmap, subject.layer.bitmap, values);
+        return new Result(caption, Picture.of(operation.name() + suffix + "-" + subject.icon.name, bitmap));
     }
 
     /** The layers take turns over the icons, so that each blend is seen with all of them. */

@@ -2,6 +2,7 @@ package com.velmora.display.fennic.cli;
 
 import static java.util.stream.Collectors.joining;
 
+import com.velmora.display.fennic.cli.Operation.Parameter;
 import java.util.concurrent.Callable;
 import picocli.CommandLine.Command;
 
@@ -15,7 +16,7 @@ final class Listing implements Callable<Integer> {
                 operation.kind(),
                 operation.name(),
                 operation.nativeName(),
-                operation.parameters().stream().map(Object::toString).collect(joining(" ")),
+                operation.parameters().stream().filter(Parameter::isValue).map(Parameter::toString).collect(joining(" ")),
                 operation.summary());
         }
         table.print(System.out);

@@ -24,7 +24,7 @@ final class Measure implements Callable<Integer> {
     @Override
     public Integer call() {
         int exitCode = 0;
-        Table table = new Table(">width", ">height", ">visible", ">invisible", ">outside",
+        Table table = new Table(">width", ">height", ">visible", ">invisible", ">outside", ">median",
             "average rgba", "cut-off l,t,r,b", "square x,y,w,h", "file");
         List<String> objects = new ArrayList<>();
         for (Path file : files) {
@@ -34,6 +34,7 @@ final class Measure implements Callable<Integer> {
                 table.add(
                     "" + m.width(), "" + m.height(), "" + m.visible(), "" + m.invisible(),
                     String.format(Locale.ROOT, "%.4f", m.outside()),
+                    m.median() == null ? "-" : String.format(Locale.ROOT, "%.1f", m.median()),
                     commas(m.average()), commas(m.cutOff()), m.square() == null ? "-" : commas(m.square()), file.toString());
             } catch (Failure e) {
                 exitCode = Fennic.complain(e.getMessage(), 1);
@@ -54,8 +55,9 @@ final class Measure implements Callable<Integer> {
     private static String json(Path file, Measurement m) {
         return "{\"file\": %s, \"width\": %d, \"height\": %d, \"visible\": %d, \"invisible\": %d, \"outside\": %s, "
             .formatted(quoted(file.toString()), m.width(), m.height(), m.visible(), m.invisible(), m.outside())
-            + "\"average\": [%s], \"cutOff\": [%s], \"square\": %s}"
-            .formatted(commas(m.average()), commas(m.cutOff()), m.square() == null ? "null" : "[" + commas(m.square()) + "]");
+            + "\"average\": [%s], \"cutOff\": [%s], \"square\": %s, \"median\": %s}"
+            .formatted(commas(m.average()), commas(m.cutOff()), m.square() == null ? "null" : "[" + commas(m.square()) + "]",
+                m.median());
     }
 
     private static String quoted(String text) {

@@ -6,10 +6,12 @@ import com.velmora.display.fennic.VelUIBitmapUtils;
 /**
  * What the library measures of an icon. The average is red, green, blue and alpha as stored, that is premultiplied; the cut-off
  * rectangle is left, top, right, bottom, all inclusive; the square is the offset of its content on a square canvas and that
- * canvas's side twice, or null where the content is square enough.
+ * canvas's side twice, or null where the content is square enough. The median is that of the brightness, or null where nothing
+ * is visible.
  */
 record Measurement(
-    int width, int height, int visible, int invisible, float outside, int[] average, int[] cutOff, int[] square) {
+    int width, int height, int visible, int invisible, float outside, int[] average, int[] cutOff, int[] square,
+    Float median) {
 
     static Measurement of(Bitmap bitmap) {
         int width = bitmap.getWidth();
@@ -25,6 +27,7 @@ record Measurement(
         int visible = VelUIBitmapUtils.nativeGetBitmapVisiblePointNum(bitmap);
         int invisible = VelUIBitmapUtils.nativeGetBitmapInvisiblePointNum(bitmap);
         float outside = VelUIBitmapUtils.nativeGetBitmapInvisibleAreaPrecent(bitmap, 0);
-        return new Measurement(width, height, visible, invisible, outside, average, cutOff, oblong ? square : null);
+        Float median = visible > 0 ? VelUIBitmapUtils.nativeBitmapGetMedian(bitmap) : null;
+        return new Measurement(width, height, visible, invisible, outside, average, cutOff, oblong ? square : null, median);
     }
 }

@@ -11,6 +11,7 @@ import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Comparator;
 import java.util.List;
+import java.util.Locale;
 import java.util.Map;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
@@ -21,12 +22,21 @@ import java.util.stream.Stream;
 record Operation(
     String kind, String nativeName, String className, String method, String name, List<Parameter> parameters, String summary) {
 
-    /** A parameter after the bitmaps; initial is null where the list gives no default, last where it gives no range. */
-    record Parameter(String name, String type, String initial, String last) {
+    /**
+     * A parameter; initial is null where the list gives no default, last where it gives no range of operations, low and high
+     * where it gives no values beside the default.
+     */
+    record Parameter(String name, String type, String initial, String last, String low, String high) {
+        private static final Pattern SHIFTED = Pattern.compile("shifted\\((-?\\d+),(-?\\d+)\\)");
+
+        static Parameter bitmap(String name, String recipe) {
+            return new Parameter(name, "bitmap", recipe, null, null, null);
+        }
+
         Object value(String text) {
             try {
                 return switch (type) {
-                    case "int" -> Integer.valueOf(text);
+                    case "int" -> Integer.decode(text);
                     case "float" -> Float.valueOf(text);
                     case "double" -> Double.valueOf(text);
                     case "boolean" -> switch (text) {
@@ -34,21 +44,70 @@ record Operation(
                         case "false" -> false;
                         default -> throw new NumberFormatException();
                     };
+                    case "int[]" -> Stream.of(elements(text)).mapToInt(Integer::decode).toArray();
+                    case "float[]" -> {
+                        String[] elements = elements(text);
+                        float[] values = new float[elements.length];
+                        for (int i = 0; i < values.length; ++i) {
+                            values[i] = Float.parseFloat(elements[i]);
+                        }
+                        yield values;
+                    }
+                    case "object" -> null;
                     default -> throw new Failure("--" + name + " is of type " + type + ", which cannot be given here");
                 };
             } catch (NumberFormatException e) {
-                throw new IllegalArgumentException("--" + name + " takes a value of type " + type + ", not '" + text + "'");
+                String kind = type.endsWith("[]") ? type + " like " + initial : type;
+                throw new IllegalArgumentException("--" + name + " takes a value of type " + kind + ", not '" + text + "'");
             }
+        }
+
+        /** An array always has the default's length, for the natives count on it. */
+        private String[] elements(String text) {
+            String[] elements = text.split(",", -1);
+            if (elements.length != initial.split(",", -1).length) {
+                throw new NumberFormatException();
+            }
+            return elements;
+        }
+
+        /** What the recipe makes of a picture that is being changed. */
+        private Bitmap prepared(Bitmap result, Bitmap picture, Bitmap layer) {
+            Matcher shifted = SHIFTED.matcher(initial);
+            if (shifted.matches()) {
+                return Pngs.shifted(picture, Integer.parseInt(shifted.group(1)), Integer.parseInt(shifted.group(2)));
+            }
+            return switch (initial) {
+                case "result" -> result;
+                case "input" -> picture;
+                case "layer" -> layer;
+                default -> throw new Failure("Operations.def", "no recipe for a bitmap: " + this);
+            };
         }
 
         /** The default as Java source. */
         String literal() {
-            return initial + (type.equals("float") ? "f" : "");
+            return switch (type) {
+                case "bitmap" -> name;
+                case "float" -> initial + "f";
+                case "int[]", "float[]" ->
+                    "new " + type + " {" + initial.replace(",", ", ").replaceAll("(\\.\\d+)", "$1f") + "}";
+                default -> initial;
+            };
+        }
+
+        boolean isBitmap() {
+            return type.equals("bitmap");
+        }
+
+        /** Whether its value makes a difference that a person can choose. */
+        boolean isValue() {
+            return !isBitmap() && !type.equals("object") && !name.startsWith("ignored");
         }
 
         /** Whether it is left to the caller. */
         boolean isChoice() {
-            return last == null;
+            return isValue() && last == null;
         }
 
         @Override
@@ -59,35 +118,55 @@ record Operation(
 
     private static final Pattern LINE = Pattern.compile(
         "([A-Z]+)\\((\\w+), *(\\w+), *(\\w+), *\"([^\"]+)\", *\"([^\"]*)\", *\"([^\"]*)\"\\)");
-    private static final Pattern PARAMETER = Pattern.compile("(\\w+):(\\w+(?:\\[\\d+])?)(?:=(\\S+?)(?:\\.\\.(\\S+))?)?");
+    private static final Pattern PARAMETER = Pattern.compile(
+        "(\\w+):(\\w+(?:\\[\\d*])?)(?:=([^\\s\\[]+?)(?:\\.\\.([^\\s\\[]+)|\\[(\\S+)\\.\\.(\\S+)])?)?");
 
     static List<Operation> all() {
         return Loaded.OPERATIONS;
     }
 
-    static List<Operation> blends() {
-        return all().stream().filter(operation -> operation.kind.equals("BLEND")).toList();
+    static List<Operation> of(String kind) {
+        return all().stream().filter(operation -> operation.kind.equals(kind)).toList();
     }
 
-    /** The blend of that name or number; the message of the exception names its nearest relatives. */
-    static Operation blend(String nameOrNumber) {
-        List<Operation> blends = blends();
-        String name = nameOrNumber.matches("\\d+") ? "mode-" + nameOrNumber : nameOrNumber;
-        return blends.stream().filter(blend -> blend.name.equals(name)).findFirst().orElseThrow(() -> {
-            String near = blends.stream()
+    /** The operation of that kind and name; the message of the exception names its nearest relatives. */
+    static Operation named(String kind, String name) {
+        List<Operation> operations = of(kind);
+        return operations.stream().filter(operation -> operation.name.equals(name)).findFirst().orElseThrow(() -> {
+            String near = operations.stream()
                 .map(Operation::name)
                 .filter(known -> distance(name, known) <= Math.max(1, name.length() / 3))
                 .sorted(Comparator.comparingInt(known -> distance(name, known)))
                 .limit(3)
                 .collect(joining(" or "));
             String hint = near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
-            return new IllegalArgumentException("unknown mode '" + name + "'; " + hint);
+            return new IllegalArgumentException("unknown " + kind.toLowerCase(Locale.ROOT) + " '" + name + "'; " + hint);
         });
     }
 
     /** The parameters that are left to the caller. */
     List<Parameter> choices() {
         return parameters.stream().filter(Parameter::isChoice).toList();
+    }
+
+    /** The parameters whose values the gallery compares. */
+    List<Parameter> compared() {
+        return parameters.stream().filter(parameter -> parameter.low != null).toList();
+    }
+
+    /** A changed copy of the picture; values by name stand in for the defaults. */
+    Bitmap changed(Bitmap picture, Bitmap layer, Map<String, Object> values) {
+        Bitmap result = picture.copy(Bitmap.Config.ARGB_8888, true);
+        apply(arguments(result, picture, layer, values));
+        return result;
+    }
+
+    /** What the native takes to change the result, which starts as a copy of the picture. */
+    Object[] arguments(Bitmap result, Bitmap picture, Bitmap layer, Map<String, Object> values) {
+        return parameters.stream()
+            .map(p -> p.isBitmap() ? p.prepared(result, picture, layer)
+                : values.containsKey(p.name) ? values.get(p.name) : p.value(p.initial))
+            .toArray();
     }
 
     /** Calls the native; a negative status, which every writing native may return, is a failure. */
@@ -114,46 +193,43 @@ record Operation(
         }
     }
 
-    /** What the native takes when every parameter keeps its default. */
-    Object[] arguments(Bitmap base, Bitmap layer) {
-        for (Parameter parameter : parameters) {
-            if (parameter.initial == null) {
-                throw new Failure("Operations.def", name + " has no default for " + parameter + "; give it one");
-            }
-        }
-        return Stream.concat(Stream.of(base, layer), parameters.stream().map(p -> p.value(p.initial))).toArray();
-    }
-
     private static Operation parse(String line, int number) {
         Matcher match = LINE.matcher(line);
         if (!match.matches()) {
             throw new Failure("Operations.def:" + number, "not an operation: " + line);
         }
+        String kind = match.group(1);
         List<Parameter> parameters = new ArrayList<>();
         for (String text : match.group(6).isBlank() ? new String[0] : match.group(6).strip().split("\\s+")) {
             Matcher parameter = PARAMETER.matcher(text);
             if (!parameter.matches()) {
                 throw new Failure("Operations.def:" + number, "not a parameter (name:type=default): " + text);
             }
-            parameters.add(new Parameter(parameter.group(1), parameter.group(2), parameter.group(3), parameter.group(4)));
+            parameters.add(new Parameter(parameter.group(1), parameter.group(2), parameter.group(3),
+                parameter.group(4), parameter.group(5), parameter.group(6)));
         }
-        return new Operation(match.group(1), match.group(2), match.group(3), match.group(4), match.group(5),
+        if (kind.equals("BLEND")) {
+            parameters.addAll(0, List.of(Parameter.bitmap("base", "result"), Parameter.bitmap("layer", "layer")));
+        } else if (kind.equals("EFFECT") && parameters.stream().noneMatch(Parameter::isBitmap)) {
+            parameters.add(0, Parameter.bitmap("bitmap", "result"));
+        }
+        return new Operation(kind, match.group(2), match.group(3), match.group(4), match.group(5),
             List.copyOf(parameters), match.group(7));
     }
 
     /** Whether it is one number of an operation that the list gives a range of. */
     boolean isNumbered() {
-        return !choices().equals(parameters);
+        return parameters.stream().anyMatch(parameter -> parameter.last != null);
     }
 
     /** An operation whose parameter has a range is one operation for each number in it, which is then no longer a choice. */
     private Stream<Operation> variants(List<Operation> listed) {
-        Parameter ranged = parameters.stream().filter(parameter -> !parameter.isChoice()).findFirst().orElse(null);
+        Parameter ranged = parameters.stream().filter(parameter -> parameter.last != null).findFirst().orElse(null);
         if (ranged == null) {
             return Stream.of(this);
         }
         return IntStream.rangeClosed(Integer.parseInt(ranged.initial), Integer.parseInt(ranged.last)).mapToObj(number -> {
-            Parameter fixed = new Parameter(ranged.name, ranged.type, "" + number, "" + number);
+            Parameter fixed = new Parameter(ranged.name, ranged.type, "" + number, "" + number, null, null);
             // The numbers of the modes are those in the names of the natives that blend alike.
             String like = listed.stream()
                 .filter(operation -> operation.nativeName.equals("nativeBitmapHandle" + number))

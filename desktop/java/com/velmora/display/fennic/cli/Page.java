@@ -15,6 +15,10 @@ import java.util.Map;
 
 /** The gallery as one HTML page that needs nothing else. */
 final class Page {
+    private static final String SHARED_TILE = """
+        <span class="tile"><span class="%s-%d" role="img" aria-label="%s"></span></span>
+        """;
+
     private final List<Gallery.Subject> subjects;
     private final List<Gallery.Card> cards;
 
@@ -25,12 +29,14 @@ final class Page {
 
     String html() {
         Map<String, List<Gallery.Card>> families = new LinkedHashMap<>();
-        cards.forEach(card -> families.computeIfAbsent(family(card.blend()), name -> new ArrayList<>()).add(card));
+        cards.forEach(card -> families.computeIfAbsent(family(card.operation()), name -> new ArrayList<>()).add(card));
         long layers = subjects.stream().map(subject -> subject.layer().name()).distinct().count();
         return Fennic.resource("gallery.html")
             .replace("{{style}}", Fennic.resource("gallery.css") + shared())
             .replace("{{favicon}}", data(subjects.get(0).icon()))
-            .replace("{{counts}}", "%d blends over %d icons and %d layers".formatted(cards.size(), subjects.size(), layers))
+            .replace("{{counts}}", "%d blends and %d effects over %d icons and %d layers".formatted(
+                cards.stream().filter(card -> isBlend(card.operation())).count(),
+                cards.stream().filter(card -> !isBlend(card.operation())).count(), subjects.size(), layers))
             .replace("{{navigation}}", each(families, this::navigation))
             .replace("{{families}}", each(families, this::section))
             .replace("{{measurements}}", subjects.stream().map(this::measurement).collect(joining()))
@@ -38,12 +44,19 @@ final class Page {
             .replace("{{date}}", LocalDate.now().toString());
     }
 
-    /** The numbers in the natives' names follow the families; blends by mode number stand last. */
-    private static String family(Operation blend) {
-        if (!blend.nativeName().matches("nativeBitmapHandle\\d+.*")) {
-            return "By number";
+    private static boolean isBlend(Operation operation) {
+        return operation.kind().equals("BLEND");
+    }
+
+    /** The numbers in the natives' names follow the families. */
+    private static String family(Operation operation) {
+        if (!isBlend(operation)) {
+            return "Effects";
         }
-        int number = Integer.parseInt(blend.nativeName().replaceAll("\\D", ""));
+        if (!operation.nativeName().matches("nativeBitmapHandle\\d+.*")) {
+            return operation.isNumbered() ? "By number" : "Masks and sums";
+        }
+        int number = Integer.parseInt(operation.nativeName().replaceAll("\\D", ""));
         return number <= 7 ? "Darken" : number <= 12 ? "Lighten" : number <= 19 ? "Contrast" : number <= 23 ? "Compare" : "Hue";
     }
 
@@ -57,7 +70,7 @@ final class Page {
 
     private String navigation(String family, List<Gallery.Card> members) {
         String links = members.stream()
-            .map(card -> "<li><a href=\"#mode-%1$s\">%1$s</a></li>\n".formatted(escaped(card.blend().name())))
+            .map(card -> "<li><a href=\"#card-%1$s\">%1$s</a></li>\n".formatted(escaped(card.operation().name())))
             .collect(joining());
         return "<section>\n<h2><a href=\"#family-%s\">%s</a></h2>\n<ul>\n%s</ul>\n</section>\n"
             .formatted(slug(family), family, links);
@@ -69,46 +82,55 @@ final class Page {
     }
 
     private String card(Gallery.Card card) {
-        Operation blend = card.blend();
-        StringBuilder strip = new StringBuilder();
-        for (int i = 0; i < card.results().size(); ++i) {
-            strip.append(triple(i, blend.name(), card.results().get(i)));
-        }
-        String parameters = blend.parameters().stream()
+        Operation operation = card.operation();
+        String parameters = operation.parameters().stream()
+            .filter(Operation.Parameter::isValue)
             .map(p -> "<span class=\"parameter\">%s = %s</span>".formatted(escaped(p.name()), escaped(p.initial())))
             .collect(joining("\n"));
-        String call = "VelUIBitmapUtils.%s(base, layer%s);".formatted(
-            blend.nativeName(), blend.parameters().stream().map(p -> ", " + p.literal()).collect(joining()));
+        String call = "VelUIBitmapUtils.%s(%s);".formatted(
+            operation.nativeName(), operation.parameters().stream().map(Operation.Parameter::literal).collect(joining(", ")));
         return """
-            <article class="card" id="mode-%1$s" data-words="%1$s %2$s">
+            <article class="card" id="card-%1$s" data-words="%1$s %2$s">
             <header>
-            <h3><a href="#mode-%1$s">%1$s</a></h3>
+            <h3><a href="#card-%1$s">%1$s</a></h3>
             %3$s
             <p class="speed" title="Median of repeated calls on 1024 × 1024 pixels"><b>%4$s</b> ns per pixel</p>
             </header>
             <p class="summary">%5$s.</p>
-            <div class="strip">
+            <div class="strips" style="--tiles:%8$d">
             %6$s</div>
             <div class="call"><code>%7$s</code>
             <button type="button" class="copy" aria-label="Copy the call of %1$s">Copy</button></div>
             </article>
             """.formatted(
-                escaped(blend.name()), blend.nativeName(), parameters,
+                escaped(operation.name()), operation.nativeName(), parameters,
                 String.format(Locale.ROOT, card.nanosPerPixel() < 10 ? "%.2f" : "%.1f", card.nanosPerPixel()),
-                escaped(blend.summary()), strip, escaped(call));
+                escaped(operation.summary()),
+                card.strips().stream().map(strip -> strip(operation, strip)).collect(joining()), escaped(call),
+                1 + (isBlend(operation) ? 1 : 0) + card.strips().get(0).results().size());
     }
 
-    private String triple(int index, String mode, Gallery.Picture result) {
-        String icon = title(subjects.get(index).icon());
-        String layer = title(subjects.get(index).layer());
+    private String strip(Operation operation, Gallery.Strip strip) {
+        int index = subjects.indexOf(strip.subject());
+        String icon = title(strip.subject().icon());
+        String layer = title(strip.subject().layer());
+        StringBuilder tiles = new StringBuilder(SHARED_TILE.formatted("before", index, icon + " before"));
+        StringBuilder captions = new StringBuilder("<span>" + icon + "</span>");
+        if (isBlend(operation)) {
+            tiles.append(SHARED_TILE.formatted("layer", index, "layer " + layer));
+            captions.append("<span>" + layer + "</span>");
+        }
+        for (Gallery.Result result : strip.results()) {
+            tiles.append("""
+                <span class="tile"><img src="%s" alt="%s after %s" loading="lazy" decoding="async"></span>
+                """.formatted(data(result.picture()), icon, escaped(result.caption())));
+            captions.append("<span>" + escaped(result.caption()) + "</span>");
+        }
         return """
-            <figure class="triple">
-            <span class="tile"><span class="before-%1$d" role="img" aria-label="%2$s before"></span></span>
-            <span class="tile"><span class="layer-%1$d" role="img" aria-label="layer %3$s"></span></span>
-            <span class="tile"><img src="%5$s" alt="%2$s after %4$s with %3$s" loading="lazy" decoding="async"></span>
-            <figcaption aria-hidden="true"><span>%2$s</span><span>%3$s</span><span>%4$s</span></figcaption>
+            <figure class="strip">
+            %s<figcaption aria-hidden="true">%s</figcaption>
             </figure>
-            """.formatted(index, icon, layer, escaped(mode), data(result));
+            """.formatted(tiles, captions);
     }
 
     private String measurement(Gallery.Subject subject) {
@@ -136,6 +158,7 @@ final class Page {
             + fact("Visible", String.format(Locale.ROOT, "%,d (%.1f %%)", m.visible(), 100 * m.visible() / area))
             + fact("Invisible", String.format(Locale.ROOT, "%,d (%.1f %%)", m.invisible(), 100 * m.invisible() / area))
             + fact("Outside", String.format(Locale.ROOT, "%.1f %%", 100 * m.outside()))
+            + fact("Median", m.median() == null ? "none" : String.format(Locale.ROOT, "%.1f", m.median()))
             + fact("Average", "%d %d %d %d".formatted(rgba[0], rgba[1], rgba[2], rgba[3]))
             + fact("Cut-off", "%d, %d – %d, %d".formatted(cut[0], cut[1], cut[2], cut[3]))
             + fact("Square", square)

@@ -18,8 +18,9 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.StandardCopyOption;
 import java.util.Arrays;
+import java.util.function.IntUnaryOperator;
 
-/** PNG files in and out, and scaling, with every failure told in words. */
+/** PNG files in and out, scaling and shifting, with every failure told in words. */
 final class Pngs {
     private static final byte[] SIGNATURE = {(byte) 0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
 
@@ -116,6 +117,30 @@ final class Pngs {
             image = drawn(image, w, h, RenderingHints.VALUE_INTERPOLATION_BILINEAR);
         }
         return bitmap(drawn(image, width, height, RenderingHints.VALUE_INTERPOLATION_BICUBIC));
+    }
+
+    /** Moved to the right and down; what comes in from outside is the nearest pixel. */
+    static Bitmap shifted(Bitmap bitmap, int x, int y) {
+        int right = bitmap.getWidth() - 1;
+        int bottom = bitmap.getHeight() - 1;
+        return taken(bitmap, right + 1, bottom + 1,
+            column -> Math.max(0, Math.min(column - x, right)), row -> Math.max(0, Math.min(row - y, bottom)));
+    }
+
+    /** A bitmap of some size whose pixels come from these columns and rows of another. */
+    static Bitmap taken(Bitmap from, int width, int height, IntUnaryOperator column, IntUnaryOperator row) {
+        int stride = from.getRowBytes() / Integer.BYTES;
+        int[] source = new int[stride * from.getHeight()];
+        from.copyPixelsToBuffer(IntBuffer.wrap(source));
+        Bitmap bitmap = Bitmap.createBitmap(width, height, Bitmap.Config.ARGB_8888);
+        int[] pixels = new int[bitmap.getByteCount() / Integer.BYTES];
+        for (int i = 0; i < width * height; ++i) {
+            int x = i % width;
+            int y = i / width;
+            pixels[y * (bitmap.getRowBytes() / Integer.BYTES) + x] = source[row.applyAsInt(y) * stride + column.applyAsInt(x)];
+        }
+        bitmap.copyPixelsFromBuffer(IntBuffer.wrap(pixels));
+        return bitmap;
     }
 
     private static BufferedImage drawn(BufferedImage image, int width, int height, Object interpolation) {

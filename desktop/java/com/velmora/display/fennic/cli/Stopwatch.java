@@ -1,10 +1,11 @@
 package com.velmora.display.fennic.cli;
 
 import android.graphics.Bitmap;
-import java.nio.IntBuffer;
+import java.nio.ByteBuffer;
 import java.util.Arrays;
+import java.util.Map;
 
-/** Times a blend on a large bitmap tiled from an icon. */
+/** Times an operation on a large bitmap tiled from an icon. */
 final class Stopwatch {
     private static final int SIDE = 1024;
     private static final int WARM_UP = 1;
@@ -12,25 +13,27 @@ final class Stopwatch {
     private static final int FEWEST_CALLS = 3;
     private static final long ENOUGH_NANOS = 100_000_000;
 
-    private final int[] pristine;
-    private final Bitmap base = Bitmap.createBitmap(SIDE, SIDE, Bitmap.Config.ARGB_8888);
-    private final Bitmap layer = Bitmap.createBitmap(SIDE, SIDE, Bitmap.Config.ARGB_8888);
+    private final Bitmap picture;
+    private final Bitmap layer;
+    private final Bitmap result = Bitmap.createBitmap(SIDE, SIDE, Bitmap.Config.ARGB_8888);
+    private final ByteBuffer pristine = ByteBuffer.allocate(result.getByteCount());
 
     Stopwatch(Bitmap icon, Bitmap texture) {
-        pristine = tiled(icon);
-        layer.copyPixelsFromBuffer(IntBuffer.wrap(tiled(texture)));
+        picture = tiled(icon);
+        layer = tiled(texture);
+        picture.copyPixelsToBuffer(pristine);
     }
 
-    /** The median over repeated calls, each on the same pixels; restoring them is not timed. A slow blend gets fewer calls. */
-    double nanosPerPixel(Operation blend) {
-        Object[] arguments = blend.arguments(base, layer);
+    /** The median over repeated calls, each on the same pixels; restoring them is not timed. The slow get fewer calls. */
+    double nanosPerPixel(Operation operation) {
+        Object[] arguments = operation.arguments(result, picture, layer, Map.of());
         long[] nanos = new long[CALLS];
         int calls = 0;
         long total = 0;
         for (int i = -WARM_UP; i < CALLS && (calls < FEWEST_CALLS || total < ENOUGH_NANOS); ++i) {
-            base.copyPixelsFromBuffer(IntBuffer.wrap(pristine));
+            result.copyPixelsFromBuffer(pristine.rewind());
             long start = System.nanoTime();
-            blend.apply(arguments);
+            operation.apply(arguments);
             long taken = System.nanoTime() - start;
             if (i >= 0) {
                 nanos[calls++] = taken;
@@ -41,18 +44,7 @@ final class Stopwatch {
         return (double) nanos[calls / 2] / (SIDE * SIDE);
     }
 
-    private static int[] tiled(Bitmap bitmap) {
-        int width = bitmap.getWidth();
-        int height = bitmap.getHeight();
-        int stride = bitmap.getRowBytes() / Integer.BYTES;
-        int[] tile = new int[stride * height];
-        bitmap.copyPixelsToBuffer(IntBuffer.wrap(tile));
-        int[] pixels = new int[SIDE * SIDE];
-        for (int y = 0; y < SIDE; ++y) {
-            for (int x = 0; x < SIDE; ++x) {
-                pixels[y * SIDE + x] = tile[y % height * stride + x % width];
-            }
-        }
-        return pixels;
+    private static Bitmap tiled(Bitmap bitmap) {
+        return Pngs.taken(bitmap, SIDE, SIDE, x -> x % bitmap.getWidth(), y -> y % bitmap.getHeight());
     }
 }

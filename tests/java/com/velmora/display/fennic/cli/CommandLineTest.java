@@ -80,6 +80,13 @@ class CommandLineTest {
         "blend darken base.png layer.png -o base.png/out.png         | 1 | base.png is a file, no folder",
         "blend darken base.png layer.png -o empty                    | 1 | empty: a folder",
         "blend darken base.png layer.png -o /dev/full                | 1 | /dev/full: not a plain file",
+        "effect invert base.png                                      | 2 | '--out=OUT'",
+        "effect invrt base.png -o out.png                            | 2 | unknown effect 'invrt'; did you mean invert",
+        "effect darken base.png -o out.png                           | 2 | unknown effect 'darken'",
+        "effect invert base.png --threshold 1 -o out.png             | 2 | invert takes no --threshold",
+        "effect denoise base.png --threshold 1.5 -o out.png          | 2 | --threshold takes a value of type int, not '1.5'",
+        "effect pick-channel base.png --channel 4 -o out.png         | 1 | nativePickUpChannel failed with status -1",
+        "effect invert cut.png -o base.png                           | 1 | cut.png: a damaged or oversized PNG",
         "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
         "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
         "gallery --icons gone --out g                                | 1 | gone: no such folder",
@@ -99,26 +106,32 @@ class CommandLineTest {
         Result json = run(folder, "measure", "--json", "base.png");
         assertEquals(
             "[{\"file\":\"base.png\",\"width\":10,\"height\":10,\"visible\":23,\"invisible\":77,\"outside\":0.76,"
-                + "\"average\":[200,100,50,255],\"cutOff\":[2,3,7,6],\"square\":[0,1,6,6]}]",
+                + "\"average\":[200,100,50,255],\"cutOff\":[2,3,7,6],\"square\":[0,1,6,6],\"median\":124.2}]",
             json.out.replaceAll("\\s", ""));
         assertEquals(0, json.exitCode);
 
         Result table = run(folder, "measure", "base.png", "text.png", "layer.png");
         List<String> rows = table.out.lines().map(row -> row.strip().replaceAll("\\s+", " ")).toList();
-        assertEquals("10 10 23 77 0.7600 200,100,50,255 2,3,7,6 0,1,6,6 base.png", rows.get(1));
-        assertEquals("20 20 400 0 0.0000 100,150,200,255 0,0,19,19 - layer.png", rows.get(2), "after a bad file");
+        assertEquals("10 10 23 77 0.7600 124.2 200,100,50,255 2,3,7,6 0,1,6,6 base.png", rows.get(1));
+        assertEquals("20 20 400 0 0.0000 140.8 100,150,200,255 0,0,19,19 - layer.png", rows.get(2), "after a bad file");
         assertEquals(1, table.exitCode);
     }
 
-    /** The layer is scaled to the base, each mode gets its parameters, and the result may take the base's place. */
+    /**
+     * The layer is scaled to the base, each operation gets its parameters and bitmaps, and the result may take the base's
+     * place. The relief takes the transparent pixel two columns and rows before away from the oblong's first one.
+     */
     @ParameterizedTest
     @CsvSource({
         "blend darken base.png layer.png -o out.png,                   out.png,  ff646432",
         "blend darken base.png layer.png -o base.png,                  base.png, ff646432",
         "blend linear-burn base.png layer.png -o out.png,              out.png,  ff2c0101",
         "blend linear-burn base.png layer.png -o out.png --offset 128, out.png,  ffac7a7a",
+        "effect complement base.png -o base.png,                       base.png, ff379bcd",
+        "effect grey-map base.png -o out.png --low 255 --high 0,       out.png,  ff898989",
+        "effect relief base.png -o out.png,                            out.png,  ffffe4b2",
     })
-    void blends(String line, String out, String color) throws Exception {
+    void changes(String line, String out, String color) throws Exception {
         List<String> names = Stream.concat(contents().stream(), Stream.of(out)).distinct().sorted().toList();
         assertEquals(new Result(0, "", ""), run(folder, line.split(" ")));
         BufferedImage result = ImageIO.read(folder.resolve(out).toFile());
@@ -129,21 +142,22 @@ class CommandLineTest {
     }
 
     @Test
-    void showsEveryBlendInTheGallery() throws Exception {
+    void showsEveryBlendAndEffectInTheGallery() throws Exception {
         Files.copy(folder.resolve("base.png"), folder.resolve("icon-oblong.png"));
         Files.copy(folder.resolve("layer.png"), folder.resolve("layer-plain.png"));
-        List<String> modes = all("BLEND +(\\S+)", run(folder, "list").out);
-        assertFalse(modes.isEmpty());
+        List<String> names = all("(?:BLEND|EFFECT) +(\\S+)", run(folder, "list").out);
+        assertTrue(names.containsAll(List.of("darken", "invert")));
 
         Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery");
         assertEquals(0, result.exitCode, result.err);
         String page = Files.readString(folder.resolve("gallery/index.html"));
-        List<String> cards = all("class=\"card\" id=\"mode-([^\"]+)\"", page);
-        assertEquals(modes.stream().sorted().toList(), cards.stream().sorted().toList());
+        List<String> cards = all("class=\"card\" id=\"card-([^\"]+)\"", page);
+        assertEquals(names.stream().sorted().toList(), cards.stream().sorted().toList());
         assertFalse(Pattern.compile("https?:|@import|(src=\"|url\\()(?!data:)").matcher(page).find(), "the page loads nothing");
         assertFalse(page.contains("{{"), "a slot of the template was left open");
-        for (String mode : modes) {
-            assertEquals(10, ImageIO.read(folder.resolve("gallery/images/" + mode + "-icon-oblong.png").toFile()).getWidth());
+        assertTrue(Pattern.compile("nativeEraseGray\\(bitmap, \\d+, null, null\\);").matcher(page).find(), "a call to copy");
+        for (String name : Stream.concat(names.stream(), Stream.of("alpha-low", "alpha-high")).toList()) {
+            assertEquals(10, ImageIO.read(folder.resolve("gallery/images/" + name + "-icon-oblong.png").toFile()).getWidth());
         }
     }
 
