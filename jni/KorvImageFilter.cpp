@@ -370,8 +370,10 @@ CLONES int KorvImageFilter::BitmapEmboss(JNIEnv* env, jobject b1, jobject b2, jo
             const Channel a = channelOf(middle, alpha);
             auto byte = [&](int c) INLINE {
                 auto tap = [&](int t) INLINE { return Channel(wholeStraight(tapWords[t], c)); };
-                Channel sum = fused(tap(0), k.at[0], k.at[1] * tap(1));
-                for (int t = 2; t < 9; ++t) sum = fused(tap(t), k.at[t], sum);
+                // Written out, since clang unrolls a loop here too late to vectorise the one around it.
+                auto add = [&](Channel sum, int t) INLINE { return fused(tap(t), k.at[t], sum); };
+                const Channel first = fused(tap(0), k.at[0], k.at[1] * tap(1));
+                const Channel sum = add(add(add(add(add(add(add(first, 2), 3), 4), 5), 6), 7), 8);
                 return premultiplied(limited(sum), a) << c;
             };
             const Word filtered = (middle & opacity) | byte(red) | byte(green) | byte(blue);

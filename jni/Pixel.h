@@ -48,9 +48,9 @@ inline INLINE Channel clamped(Channel value, Channel ceiling) {
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
 inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
 
-// The same in whole numbers, c * 255 / a; a transparent pixel's channels are taken as they are. The quotient of bytes is exact
-// in float before it is truncated: its rounding is finer than 1/255.
+// The same in whole numbers, c * 255 / a; a transparent pixel's channels are taken as they are. Quotients of bytes by a are 1 /
+// a apart: half of that, added before the product rounds, lets one division serve three channels.
 inline INLINE int wholeStraight(Word word, int shift) {
-    const Channel c = channelOf(word, shift), a = channelOf(word, alpha);
-    return int(a == 0.0f ? c : straight(c, a));
+    const Channel a = channelOf(word, alpha);
+    return int((channelOf(word, shift) + 0.5f / 255.0f) * (255.0f / (a == 0.0f ? 255.0f : a)));
 }

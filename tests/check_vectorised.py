@@ -27,15 +27,18 @@ options = arguments.parse_args()
 # How many loops an operation must have, where it is not one: one for each formula of the mode-indexed blend and its modes without
 # one, and, in a build that allocates nothing, for its whole colours; exclusion's two stores.
 expected_loops = {"KorvGraphics2D::BitmapExclusion": 2, "KorvPSBlendingMode::TkPSBlendingMode": 21 if options.leak_free else 20}
-# What no loop of vectors computes: a table of 256 results, and what allocates for every pixel in the default build; what does not pay
-# in SSE2's pairs of doubles; and where g++ 12 keeps a branch.
-exempt = {"KorvGraphics2D::EraseGray"}
+# What no loop of vectors computes: a table of 256 results, one sincosf for each pixel of a swirl, and pixels that each start from the
+# last one's sums (Kuwahara); what allocates for every pixel in the default build; what does not pay in SSE2's pairs of doubles; and
+# where g++ 12 keeps a branch, in the filters around the truncation of a clamped value.
+exempt = {"KorvGraphics2D::EraseGray", "KorvImageFilter::BitmapSwirl", "KorvImageFilter::BitmapKuwahara"}
 if not options.leak_free:
     exempt |= {"KorvGraphics2D::BitmapHue"}
 if options.level == "x86-64":
     exempt |= {"KorvGraphics2D::BitmapDenoise"}
 if options.compiler == "GNU":
     exempt |= {"KorvGraphics2D::BitmapAdd", "KorvGraphics2D::BitmapCrosshatch"}
+    filters = ["Sepia", "Saturation", "Exposure", "MonoChrome", "Vignette", "Sharpness", "Emboss"]
+    exempt |= {f"KorvImageFilter::Bitmap{filter}" for filter in filters}
 
 # The only functions of the library beside its methods: a rule, a combinator or a frame among them would have left its clone.
 out_of_line = {"_ZL7logRectRK6Pixels", "_ZnamRKSt9nothrow_t", "_ZdaPv", "_ZdaPvm"}
