@@ -38,7 +38,9 @@ public:
         for (std::string line; std::getline(in, line);) {
             std::istringstream words(line);
             std::string name;
-            if (line[0] != '#' && words >> name)
+            if (line[0] == '#')
+                head += line + '\n';
+            else if (words >> name)
                 for (std::string& digest : rows[name]) words >> digest;
         }
     }
@@ -48,7 +50,7 @@ public:
 
     void save() const {
         std::ofstream out(file);
-        out << "# name, then digests over valid, arbitrary and extreme pixels, and over the whole domain\n";
+        out << head;
         for (const auto& [name, digests] : rows) {
             out << name << std::string(name.size() < 20 ? 20 - name.size() : 1, ' ');
             for (const std::string& digest : digests) out << ' ' << (digest.empty() ? "-" : digest);
@@ -64,5 +66,6 @@ public:
 
 private:
     const char* file;
+    std::string head;
     std::map<std::string, std::array<std::string, 4>> rows;
 };

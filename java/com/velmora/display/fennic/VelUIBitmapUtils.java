@@ -564,8 +564,8 @@ public final class VelUIBitmapUtils {
 
     /**
      * Fades the image by the mask's inverted red: opaque black keeps a pixel, white clears it, and so does transparency.
-     * {@code c1 = c1 * ((a2 - r2) * K)}, and {@code a1 = a1 * ((a2 - r2) * K)} likewise. What a mask pixel whose red exceeds
-     * its alpha (none that is premultiplied) leaves behind is not defined.
+     * {@code c1 = c1 * ((a2 - r2) * K)}, and {@code a1 = a1 * ((a2 - r2) * K)} likewise. A mask pixel whose red exceeds its
+     * alpha (none that is premultiplied) clears.
      *
      * @param image the bitmap that is written, alpha included
      * @param mask the bitmap whose red and alpha are read, at least as large
@@ -618,8 +618,7 @@ public final class VelUIBitmapUtils {
      * Scales the opacity: all four channels become {@code min(c * factor, 255)}.
      *
      * @param bitmap the bitmap that is written, alpha included
-     * @param factor a multiplier, not a percentage: 0.5 halves, 1 keeps, 2 doubles; 0 or more, for what a negative one stores
-     *     is not defined
+     * @param factor a multiplier, not a percentage: 0.5 halves, 1 keeps, 2 doubles; 0, a negative one and NaN clear
      * @return the status
      */
     public static native int nativeBitmapSetAlphaPercentage(Bitmap bitmap, float factor);
@@ -630,7 +629,7 @@ public final class VelUIBitmapUtils {
      * upper one of the two in the middle.
      *
      * @param bitmap the bitmap to measure
-     * @return the median, 0 to 255; 0 on failure; meaningless where every pixel is transparent
+     * @return the median, 0 to 255; 0 on failure and where every pixel is transparent
      */
     public static native float nativeBitmapGetMedian(Bitmap bitmap);
 
