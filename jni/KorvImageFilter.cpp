@@ -8,26 +8,26 @@
 
 namespace {
 
-// ---- Straight colour in and out
-// ------------------------------------------------------------------------------------------------
+// ---- Straight colour in and out --------------------------------------------------------------------------------------------
 
 // A result truncated and clamped to 0 to 255; NaN gives 0.
 template <typename Value>
 INLINE inline Channel limited(Value value) {
     const Value low = value > Value(0) ? value : Value(0);
-    return Channel(int(low < Value(255) ? low : Value(255)));
+    return whole(low < Value(255) ? low : Value(255));
 }
 
-// The byte of a straight value, 0 to 255, under an alpha.
+// The byte of a straight value, 0 to 255, under an alpha. For whole values the product may be taken in any order.
 inline INLINE Word premultiplied(Channel value, Channel a) { return stored(value * a * K); }
+inline INLINE Word wholePremultiplied(Channel value, Channel a) { return stored(value * (a * K)); }
 
 // The pixel whose channels are formula(straight channel, shift), limited, under its own alpha.
 template <typename Formula>
 INLINE inline Word filtered(Word word, Formula formula) {
     const Channel a = channelOf(word, alpha);
     auto byte = [&](int c) INLINE {
-        const auto value = formula(Channel(wholeStraight(word, c)), c);
-        return premultiplied(limited(value), a) << c;
+        const auto value = formula(wholeStraight(word, c), c);
+        return wholePremultiplied(limited(value), a) << c;
     };
     return (word & opacity) | byte(red) | byte(green) | byte(blue);
 }
@@ -35,19 +35,17 @@ INLINE inline Word filtered(Word word, Formula formula) {
 inline INLINE Channel luminance(Channel r, Channel g, Channel b) { return fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g)); }
 
 inline INLINE Channel straightLuminance(Word word) {
-    return luminance(Channel(wholeStraight(word, red)), Channel(wholeStraight(word, green)),
-                     Channel(wholeStraight(word, blue)));
+    return luminance(wholeStraight(word, red), wholeStraight(word, green), wholeStraight(word, blue));
 }
 
-// ---- Colour
-// ----------------------------------------------------------------------------------------------------------------------
+// ---- Colour ----------------------------------------------------------------------------------------------------------------
 
 // Deliberate: green's weights are those of luminance (with 0.144 for blue), red's 1.2 and blue's 0.8 times 0.299, 0.587 and
 // 0.114.
 constexpr auto sepia = [](float intensity) INLINE {
     return [i = intensity, k = 1.0f - intensity](Word word) INLINE -> Word {
-        const Channel r = Channel(wholeStraight(word, red)), g = Channel(wholeStraight(word, green));
-        const Channel b = Channel(wholeStraight(word, blue)), a = channelOf(word, alpha);
+        const Channel r = wholeStraight(word, red), g = wholeStraight(word, green);
+        const Channel b = wholeStraight(word, blue), a = channelOf(word, alpha);
         auto toned = [=](Channel wg, Channel wr, Channel wb) INLINE { return fused(b, wb, fused(r, wr, wg * g)); };
         auto mixed = [=](Channel tone, Channel c) INLINE {
             const Channel value = fused(tone, i, k * c), low = value < 255.0f ? value : 255.0f;
@@ -72,24 +70,23 @@ constexpr auto exposed = [](float factor) INLINE {
     return [factor](Word word) INLINE -> Word { return filtered(word, [=](Channel c, int) INLINE { return factor * c; }); };
 };
 
-// Multiply below middle grey, screen from there, in double. Deliberate: what the mix keeps is the premultiplied channel, which
-// the alpha then scales a second time.
+// Multiply below middle grey, 2 Y t / 255, and screen from there, 255 - 2 (255 - Y) (255 - t) / 255, in double. Deliberate:
+// what the mix keeps is the premultiplied channel, which the alpha then scales a second time.
 constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) INLINE {
     return [=, r = colour[0], g = colour[1], b = colour[2]](Word word) INLINE -> Word {
         const float Y = straightLuminance(word), rest = 1.0f - intensity;
+        const bool dark = Y < 127.5f;
+        const double y = double(dark ? 2.0f * Y : -2.0f * (255.0f - Y)), base = dark ? 0.0 : 255.0;
         const Channel a = channelOf(word, alpha);
         auto byte = [=](int c, float t) INLINE {
-            const double dark = double(2.0f * Y) * double(t) * double(K);
-            const double bright = 255.0 + -2.0 * double(255.0f - Y) * double(255.0f - t) * double(K);
-            const Channel tone = limited(Y < 127.5f ? dark : bright);
+            const Channel tone = limited(y * double(dark ? t : 255.0f - t) * double(K) + base);
             return wrapped((tone * intensity + rest * channelOf(word, c)) * a * K) << c;
         };
         return (word & opacity) | byte(red, r) | byte(green, g) | byte(blue, b);
     };
 };
 
-// ---- Neighbourhood
-// ---------------------------------------------------------------------------------------------------------------
+// ---- Neighbourhood ---------------------------------------------------------------------------------------------------------
 
 struct Sharpened {
     float s, w;
@@ -98,10 +95,9 @@ struct Sharpened {
     INLINE Word operator()(Word centre, Word left, Word up, Word right, Word down) const {
         const Channel a = channelOf(centre, alpha);
         auto byte = [=, *this](int c) INLINE {
-            auto less = [=, *this](Channel v, Word neighbour)
-                            INLINE { return fused(-Channel(wholeStraight(neighbour, c)), s, v); };
+            auto less = [=, *this](Channel v, Word neighbour) INLINE { return fused(-wholeStraight(neighbour, c), s, v); };
             const Channel v = less(less(less(less(channelOf(centre, c) * w, left), up), right), down);
-            return premultiplied(limited(v), a) << c;
+            return wholePremultiplied(limited(v), a) << c;
         };
         return (centre & opacity) | byte(red) | byte(green) | byte(blue);
     }
@@ -113,57 +109,62 @@ INLINE inline StoredWord* packed(Pixels pixels) { return pixels.row(0); }
 // at - at / size * size with a quotient that truncates, and is 0 where size is.
 INLINE inline std::int64_t remainder(std::int64_t at, int size) { return size == 0 ? at : at % size; }
 
-// ---- Kuwahara
-// --------------------------------------------------------------------------------------------------------------------
+// ---- Kuwahara --------------------------------------------------------------------------------------------------------------
 
-// A pixel's straight channels on the scale of 1; the fourth lane is not used.
-struct Sample {
-    float lanes[4];
+// Red, green, blue and alpha side by side; and the same in an array of floats.
+using Lanes = float __attribute__((vector_size(16)));
+using StoredLanes = Lanes __attribute__((may_alias, aligned(4)));
 
-    INLINE static Sample of(Word word) {
-        const Channel a = channelOf(word, alpha);
-        auto value = [=](int c) INLINE {
-            const Channel v = channelOf(word, c);
-            return a == 0.0f ? 0.0f : a == 255.0f ? v * K : v / a;
-        };
-        return {{value(red), value(green), value(blue), 0.0f}};
+inline INLINE Lanes all(float value) { return Lanes{value, value, value, value}; }
+
+using ::fused;
+inline INLINE Lanes fused(Lanes a, Lanes b, Lanes c) {
+    for (int lane = 0; lane < 4; ++lane) c[lane] = fused(a[lane], b[lane], c[lane]);
+    return c;
+}
+
+inline INLINE Lanes bytesOf(Word word) {
+    return Lanes{channelOf(word, red), channelOf(word, green), channelOf(word, blue), channelOf(word, alpha)};
+}
+
+// A pixel's straight channels on the scale of 1; nobody asks for the fourth lane.
+inline INLINE Lanes sampleOf(Lanes bytes) {
+    const Lanes a = all(bytes[3]);
+    return a == 0.0f ? Lanes{} : a == 255.0f ? bytes * K : bytes / a;
+}
+
+// The running sums of one quadrant, which live as long as the call.
+struct Quadrant {
+    Lanes sum = {}, squares = {};
+
+    INLINE void add(Lanes sample) {
+        sum += sample;
+        squares = fused(sample, sample, squares);
     }
-};
 
-// Four quadrants side by side; each has its own sums over red, green and blue, which live as long as the call.
-struct Quadrants {
-    float sums[4][4] = {}, squares[4][4] = {};
-
-    INLINE void add(const Sample* const (&samples)[4]) {
-        for (int q = 0; q < 4; ++q)
-            for (int c = 0; c < 4; ++c) {
-                const float v = samples[q]->lanes[c];
-                sums[q][c] += v;
-                squares[q][c] = fused(v, v, squares[q][c]);
-            }
+    // Sums become means, squares distances from the mean's square; the answer is the quadrant's spread.
+    INLINE float settle(float n) {
+        sum /= n;
+        const Lanes e = squares / n, spread = fused(-sum, sum, e);
+        squares = spread > 0.0f ? spread : fused(sum, sum, -e);
+        return squares[0] + squares[1] + squares[2];
     }
 
-    // Sums become means, squares distances from the mean's square; the answer is the quadrants' spreads.
-    INLINE std::array<float, 4> settle(float n) {
-        std::array<float, 4> spreads;
-        for (int q = 0; q < 4; ++q)
-            for (int c = 0; c < 4; ++c) {
-                const float mean = sums[q][c] / n, e = squares[q][c] / n, spread = fused(-mean, mean, e);
-                sums[q][c] = mean;
-                squares[q][c] = spread > 0.0f ? spread : fused(mean, mean, -e);
-            }
-        for (int q = 0; q < 4; ++q) spreads[std::size_t(q)] = squares[q][0] + squares[q][1] + squares[q][2];
-        return spreads;
+    // The mean as a pixel's bytes, still as floats, under an alpha.
+    INLINE Lanes mean(Channel a) const {
+        Lanes scaled = sum > 0.0f ? sum : Lanes{};
+        scaled = (scaled < 1.0f ? scaled : all(1.0f)) * a;
+        return Lanes{whole(scaled[0]), whole(scaled[1]), whole(scaled[2]), a};
     }
 };
 
 // Deliberate: a step of one row is one pixel short, so that samples drift sideways with their distance.
-INLINE inline void kuwahara(Pixels pixels, int radius, Sample* samples) {
+INLINE inline void kuwahara(Pixels pixels, int radius, StoredLanes* samples) {
     const std::int64_t width = pixels.width, height = pixels.height, r = radius, side = r + 1;
     const float n = float(int((unsigned(radius) + 1u) * (unsigned(radius) + 1u)));
     StoredWord* const words = packed(pixels);
-    for (std::int64_t i = 0; i < width * height; ++i) samples[i] = Sample::of(words[i]);
-    Quadrants quadrants;
+    for (std::int64_t i = 0; i < width * height; ++i) samples[i] = sampleOf(bytesOf(words[i]));
+    Quadrant quadrants[4];
     for (std::int64_t y = 0; y < height; ++y)
         for (std::int64_t x = 0; x < width; ++x) {
             const std::int64_t here = y * width + x;
@@ -173,32 +174,39 @@ INLINE inline void kuwahara(Pixels pixels, int radius, Sample* samples) {
             };
             auto row = [=](std::int64_t dy) INLINE { return here + (width - 1) * clamped(dy, -y, height - 1 - y); };
             auto column = [=](std::int64_t dx) INLINE { return clamped(dx, -x, width - 1 - x); };
-            for (std::int64_t i = 0; i < side; ++i) {
-                const Sample *above = samples + row(i - r), *below = samples + row(i);
-                for (std::int64_t j = 0; j < side; ++j) {
-                    const std::int64_t left = column(j - r), right = column(j);
-                    quadrants.add({above + left, above + right, below + right, below + left});
+            auto scan = [&](auto columnAt) INLINE {
+                for (std::int64_t i = 0; i < side; ++i) {
+                    const StoredLanes *above = samples + row(i - r), *below = samples + row(i);
+                    for (std::int64_t j = 0; j < side; ++j) {
+                        const std::int64_t left = columnAt(j - r), right = columnAt(j);
+                        quadrants[0].add(above[left]);
+                        quadrants[1].add(above[right]);
+                        quadrants[2].add(below[right]);
+                        quadrants[3].add(below[left]);
+                    }
                 }
-            }
-            const std::array<float, 4> spreads = quadrants.settle(n);
+            };
+            // Away from the left and right borders columns need no clamping.
+            if (x >= r && x < width - r)
+                scan([](std::int64_t dx) INLINE { return dx; });
+            else
+                scan(column);
             // The alphas of the quadrants' last samples; without samples there is none.
             const std::int64_t last[4] = {here, here + column(r), row(r) + column(r), row(r)};
-            float least = 100.0f;
-            Word result = words[here];
-            for (int q = 0; q < 4; ++q)
-                if (spreads[std::size_t(q)] < least) {
-                    least = spreads[std::size_t(q)];
-                    const Channel a = r < 0 ? 0.0f : channelOf(words[last[q]], alpha);
-                    auto byte = [&](int c) INLINE { return stored(::clamped(quadrants.sums[q][c], 1.0f) * a) << 8 * c; };
-                    result = byte(0) | byte(1) | byte(2) | stored(a) << alpha;
-                }
-            words[here] = result;
-            samples[here] = Sample::of(result);
+            Lanes least = all(100.0f), result = bytesOf(words[here]);
+            for (int q = 0; q < 4; ++q) {
+                const Lanes spread = all(quadrants[q].settle(n));
+                const Lanes mean = quadrants[q].mean(r < 0 ? 0.0f : float(channelOf(words[last[q]], alpha)));
+                result = spread < least ? mean : result;
+                least = spread < least ? spread : least;
+            }
+            words[here] =
+                stored(result[0]) << red | stored(result[1]) << green | stored(result[2]) << blue | stored(result[3]) << alpha;
+            samples[here] = sampleOf(result);
         }
 }
 
-// ---- Space
-// -----------------------------------------------------------------------------------------------------------------------
+// ---- Space -----------------------------------------------------------------------------------------------------------------
 
 inline INLINE float distance(float dx, float dy) { return __builtin_sqrtf(fused(dx, dx, dy * dy)); }
 
@@ -302,8 +310,8 @@ CLONES int KorvImageFilter::BitmapPixelation(JNIEnv* env, jobject bitmap, int p,
                 // Deliberate: going up a row is one pixel short of a row, so that row dy of a block takes its colour dy pixels
                 // to the right.
                 const Word source = words[y * width + start - dy * (width - 1)];
-                const Channel r = Channel(wholeStraight(source, red)), g = Channel(wholeStraight(source, green));
-                const Channel b = Channel(wholeStraight(source, blue));
+                const Channel r = wholeStraight(source, red), g = wholeStraight(source, green);
+                const Channel b = wholeStraight(source, blue);
                 StoredWord* const row = words + y * width;
                 const std::int64_t end = start + step < width ? start + step : width;
                 for (std::int64_t x = dy == 0 ? start + 1 : start; x < end; ++x) {
@@ -321,9 +329,9 @@ CLONES int KorvImageFilter::BitmapKuwahara(JNIEnv* env, jobject bitmap, int radi
     const int result = single(env, bitmap, [&](Pixels pixels) INLINE {
         const std::size_t count = std::size_t(pixels.width) * pixels.height;
         if (count == 0) return;
-        Scratch<Sample> samples(count);
+        Scratch<float> samples(4 * count);
         exhausted = !samples.at;
-        if (!exhausted) kuwahara(pixels, radius, samples.at);
+        if (!exhausted) kuwahara(pixels, radius, reinterpret_cast<StoredLanes*>(samples.at));
     });
     return exhausted ? ANDROID_BITMAP_RESULT_ALLOCATION_FAILED : result;
 }
@@ -369,12 +377,12 @@ CLONES int KorvImageFilter::BitmapEmboss(JNIEnv* env, jobject b1, jobject b2, jo
             const Word middle = t5[i], tapWords[9] = {t1[i], t2[i], t3[i], t4[i], middle, t6[i], t7[i], t8[i], t9[i]};
             const Channel a = channelOf(middle, alpha);
             auto byte = [&](int c) INLINE {
-                auto tap = [&](int t) INLINE { return Channel(wholeStraight(tapWords[t], c)); };
+                auto tap = [&](int t) INLINE { return wholeStraight(tapWords[t], c); };
                 // Written out, since clang unrolls a loop here too late to vectorise the one around it.
                 auto add = [&](Channel sum, int t) INLINE { return fused(tap(t), k.at[t], sum); };
                 const Channel first = fused(tap(0), k.at[0], k.at[1] * tap(1));
                 const Channel sum = add(add(add(add(add(add(add(first, 2), 3), 4), 5), 6), 7), 8);
-                return premultiplied(limited(sum), a) << c;
+                return wholePremultiplied(limited(sum), a) << c;
             };
             const Word filtered = (middle & opacity) | byte(red) | byte(green) | byte(blue);
             t5[i] = middle & opacity ? filtered : 0;

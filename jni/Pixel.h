@@ -48,9 +48,9 @@ inline INLINE Channel clamped(Channel value, Channel ceiling) {
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
 inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
 
-// The same in whole numbers, c * 255 / a; a transparent pixel's channels are taken as they are. Quotients of bytes by a are 1 /
-// a apart: half of that, added before the product rounds, lets one division serve three channels.
-inline INLINE int wholeStraight(Word word, int shift) {
-    const Channel a = channelOf(word, alpha);
-    return int((channelOf(word, shift) + 0.5f / 255.0f) * (255.0f / (a == 0.0f ? 255.0f : a)));
+// The same in whole numbers, c * 255 / a truncated; a transparent pixel's channels are taken as they are. Quotients of bytes by
+// a are 1 / a apart: half of that, added before the truncation, lets one division serve three channels.
+inline INLINE Channel wholeStraight(Word word, int shift) {
+    const Channel a = channelOf(word, alpha), scale = 255.0f / (a == 0.0f ? 255.0f : a);
+    return whole(roughly(channelOf(word, shift), scale, scale * (0.5f / 255.0f)));
 }

@@ -24,11 +24,22 @@ static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float
 // Carried by what hands out a new array: inlined, a compiler may do without the array, and callers would see no allocation.
 #define OUT_OF_LINE __attribute__((noinline))
 
+// The fraction of a value far inside the range of int cut off.
+#if defined(FENNIC_HAS_CLONES) || defined(__SSE4_1__) || defined(__aarch64__)
+inline INLINE float whole(float value) { return __builtin_truncf(value); }
+#else
+inline INLINE float whole(float value) { return float(int(value)); }
+#endif
+inline INLINE float whole(double value) { return float(int(value)); }
+
 #if defined(FENNIC_HAS_CLONES) || defined(__FMA__) || defined(__ARM_FEATURE_FMA)
 
 // a * b + c, rounded once. In a build with clones the oldest processors get the C library's functions.
 inline INLINE float fused(float a, float b, float c) { return __builtin_fmaf(a, b, c); }
 inline INLINE double fused(double a, double b, double c) { return __builtin_fma(a, b, c); }
+
+// a * b + c where the rounding of the product does not matter.
+inline INLINE float roughly(float a, float b, float c) { return fused(a, b, c); }
 
 #else
 
@@ -73,5 +84,7 @@ inline INLINE double fused(double a, double b, double c) {
     Sum product = exactProduct(a, b), low = exactSum(c, product.rest), high = exactSum(product.value, low.value);
     return high.value + oddSum(high.rest, low.rest);
 }
+
+inline INLINE float roughly(float a, float b, float c) { return a * b + c; }
 
 #endif

@@ -56,7 +56,7 @@ int KorvGraphics2D::BitmapGetHSV(JNIEnv* env, jobject bitmap) {
 // Whole straight values, 0 for a transparent pixel.
 static inline INLINE Rgb straightRgb(Word pixel) {
     const Word visible = pixel & opacity ? pixel : 0;
-    return {wholeStraight(visible, red), wholeStraight(visible, green), wholeStraight(visible, blue)};
+    return {int(wholeStraight(visible, red)), int(wholeStraight(visible, green)), int(wholeStraight(visible, blue))};
 }
 
 CLONES int KorvGraphics2D::BitmapHue(JNIEnv* env, jobject base, jobject layer) {
