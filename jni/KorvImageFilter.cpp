@@ -304,21 +304,30 @@ CLONES int KorvImageFilter::BitmapPixelation(JNIEnv* env, jobject bitmap, int p,
                                   : std::int64_t(blockWidth) < 0 ? -std::int64_t(blockWidth)
                                                                  : blockWidth;
         StoredWord* const words = packed(pixels);
+        constexpr std::int64_t most = 256;
+        Word sources[most];
         for (std::int64_t y = 0; y < height; ++y) {
             const std::int64_t dy = remainder(y, blockHeight);
-            for (std::int64_t start = 0; start < width; start += step) {
-                // Deliberate: going up a row is one pixel short of a row, so that row dy of a block takes its colour dy pixels
-                // to the right.
-                const Word source = words[y * width + start - dy * (width - 1)];
-                const Channel r = wholeStraight(source, red), g = wholeStraight(source, green);
-                const Channel b = wholeStraight(source, blue);
-                StoredWord* const row = words + y * width;
-                const std::int64_t end = start + step < width ? start + step : width;
-                for (std::int64_t x = dy == 0 ? start + 1 : start; x < end; ++x) {
-                    const Channel a = channelOf(row[x], alpha);
-                    auto byte = [=](Channel c, int shift) INLINE { return wrapped(c * a * K) << shift; };
-                    row[x] = (row[x] & opacity) | byte(r, red) | byte(g, green) | byte(b, blue);
+            StoredWord* const row = words + y * width;
+            std::int64_t begin = 0, end, block = 0;
+            for (Word source = 0; begin < width; begin = end) {
+                // The last pixel goes by itself: its colour may be that of the row's first one, rewritten.
+                end = begin + most < width - 1 ? begin + most : begin < width - 1 ? width - 1 : width;
+                const std::int64_t first = block;
+                for (std::int64_t x = begin; x < end; ++x) {
+                    // Deliberate: going up a row is one pixel short of a row, so that row dy of a block takes its colour dy
+                    // pixels to the right.
+                    if (x == block) source = row[x - dy * (width - 1)], block += step;
+                    sources[x - begin] = source;
                 }
+                for (std::int64_t x = begin; x < end; ++x) {
+                    const Channel a = channelOf(row[x], alpha);
+                    // A colour brighter than its alpha wraps.
+                    auto byte = [&](int c) INLINE { return (stored(wholeStraight(sources[x - begin], c) * a * K) & 255) << c; };
+                    row[x] = (row[x] & opacity) | byte(red) | byte(green) | byte(blue);
+                }
+                // The first pixel of a block stays as it is.
+                for (std::int64_t x = first; dy == 0 && x < end; x += step) row[x] = sources[x - begin];
             }
         }
     });
