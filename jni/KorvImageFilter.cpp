@@ -94,8 +94,8 @@ struct Sharpened {
     // Deliberate: the centre is taken premultiplied.
     INLINE Word operator()(Word centre, Word left, Word up, Word right, Word down) const {
         const Channel a = channelOf(centre, alpha);
-        auto byte = [=, *this](int c) INLINE {
-            auto less = [=, *this](Channel v, Word neighbour) INLINE { return fused(-wholeStraight(neighbour, c), s, v); };
+        auto byte = [=, this](int c) INLINE {
+            auto less = [=, this](Channel v, Word neighbour) INLINE { return fused(-wholeStraight(neighbour, c), s, v); };
             const Channel v = less(less(less(less(channelOf(centre, c) * w, left), up), right), down);
             return wholePremultiplied(limited(v), a) << c;
         };
@@ -113,7 +113,7 @@ INLINE inline std::int64_t remainder(std::int64_t at, int size) { return size ==
 
 // Red, green, blue and alpha side by side; and the same in an array of floats.
 using Lanes = float __attribute__((vector_size(16)));
-using StoredLanes = Lanes __attribute__((may_alias, aligned(4)));
+using StoredLanes __attribute__((may_alias, aligned(4))) = Lanes;
 
 inline INLINE Lanes all(float value) { return Lanes{value, value, value, value}; }
 
@@ -363,8 +363,10 @@ CLONES int KorvImageFilter::BitmapSwirl(JNIEnv* env, jobject source, jobject des
                     float sine, cosine;
                     sincosf(theta, &sine, &cosine);
                     const float dx = wholePart(float(x) - centreX), dy = wholePart(float(y) - centreY);
-                    const std::int64_t row2 = truncated(fused(dx, sine, cosine * dy) + centreY);
-                    target = truncated(fused(dx, cosine, dy * -sine) + centreX) + row2 * width;
+                    const std::uint32_t toX = std::uint32_t(truncated(fused(dx, cosine, dy * -sine) + centreX));
+                    const std::uint32_t toY = std::uint32_t(truncated(fused(dx, sine, cosine * dy) + centreY));
+                    // The offset in bytes wraps at 32 bits.
+                    target = std::int32_t(4 * (toX + toY * std::uint32_t(width))) / 4;
                 }
                 if (target >= 0 && target < capacity) words[target] = row[x];
             }

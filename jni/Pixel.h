@@ -10,7 +10,7 @@
 using Word = std::uint32_t;
 
 // A word in a bitmap's memory, which may have any alignment and any other type's bytes.
-using StoredWord = Word __attribute__((may_alias, aligned(1)));
+using StoredWord __attribute__((may_alias, aligned(1))) = Word;
 
 // A channel's value for arithmetic: an exact byte, 0 to 255, or what a formula makes of it.
 using Channel = float;

@@ -1,5 +1,6 @@
 // Every blend and effect over bitmaps of all widths from 0 to 40, tight and padded; the same digests on every compiler, level
 // and processor. With FENNIC_RECORD set, the table is written instead: for a change of bytes that is meant.
+#include "Calls.h"
 #include "Digests.h"
 #include "Listed.h"
 
@@ -8,19 +9,6 @@
 #include <cstdlib>
 
 namespace {
-
-class Random {
-public:
-    std::uint32_t next() {
-        state ^= state << 13;
-        state ^= state >> 17;
-        return state ^= state << 5;
-    }
-    std::uint32_t below(std::uint32_t end) { return (next() >> 8) % end; }
-
-private:
-    std::uint32_t state = 2463534242;
-};
 
 std::uint32_t pixel(Random& random, DigestTable::Column kind) {
     static constexpr unsigned extremes[] = {0, 1, 2, 127, 128, 129, 253, 254, 255};
@@ -44,7 +32,7 @@ std::uint32_t pixel(Random& random, DigestTable::Column kind) {
 
 std::uint64_t digestOf(const Listed& operation, DigestTable::Column kind) {
     Digest digest;
-    Random random;
+    Random random(0);
     for (std::uint32_t width = 0; width <= 40; ++width)
         for (std::uint32_t padding : {0u, 12u}) {
             FakeBitmap base(width, 5, padding), layer(width, 5, 20 - padding);

@@ -60,7 +60,7 @@ FakeBitmap::FakeBitmap(std::uint32_t width, std::uint32_t height, std::vector<st
 
 std::uint32_t FakeBitmap::get(std::size_t x, std::size_t y) const {
     std::uint32_t pixel;
-    std::memcpy(&pixel, memory.data() + guard + y * info.stride + 4 * x, sizeof pixel);
+    std::memcpy(&pixel, pixels() + y * info.stride + 4 * x, sizeof pixel);
     return pixel;
 }
 
@@ -113,9 +113,10 @@ void releaseArrays() {
     arrays.clear();
 }
 
-// Stands in for the library's own, which is linked only into libfennic.so.
+// Stands in for the library's own, which is linked only into libfennic.so. No test has memory for more than this.
+constexpr std::size_t most = std::size_t(1) << 30;
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    if (++allocations == failAt) return nullptr;
+    if (++allocations == failAt || size > most) return nullptr;
     return arrays.emplace_back(std::malloc(size));
 }
 

@@ -22,7 +22,8 @@ struct FakeBitmap {
     int number = 1;
     int infoResult = 0, lockResult = 0, unlockResult = 0;  // what the calls return; negative: the call fails
     bool fillsInfoOnFailure = false;
-    int locks = 0;  // taken and not released
+    int locks = 0;                       // taken and not released
+    unsigned char* elsewhere = nullptr;  // where its pixels are, if not in its own memory
 
     // Rows of width pixels, each followed by `padding` bytes; padding and both ends are filled with a pattern.
     FakeBitmap(std::uint32_t width, std::uint32_t height, std::uint32_t padding = 0,
@@ -30,7 +31,8 @@ struct FakeBitmap {
     FakeBitmap(std::uint32_t width, std::uint32_t height, std::vector<std::uint32_t> pixels);
 
     jobject object() { return reinterpret_cast<jobject>(this); }
-    unsigned char* pixels() { return memory.data() + guard; }
+    unsigned char* pixels() { return elsewhere ? elsewhere : memory.data() + guard; }
+    const unsigned char* pixels() const { return elsewhere ? elsewhere : memory.data() + guard; }
     std::uint32_t get(std::size_t x, std::size_t y) const;
     void set(std::size_t x, std::size_t y, std::uint32_t pixel);
     void fill(std::uint32_t pixel);

@@ -141,7 +141,8 @@ bool KorvGraphics2D::NeedSetColor(int lum, double x, double y, double height, do
 
 CLONES int KorvGraphics2D::BitmapCrosshatch(JNIEnv* env, jobject bitmap, double spacing, double width, int color,
                                             unsigned char clearBackground, double angle) {
-    numaaaa = 0;
+    // As one store, since crosshatches of other bitmaps may run at the same time.
+    __atomic_store_n(&numaaaa, 0, __ATOMIC_RELAXED);
     return single(env, bitmap, [=](Pixels pixels) INLINE {
         const Hatch hatch(double(pixels.height), spacing, width, angle);
         const Word rgb = Word(color), ink = (rgb >> 16 & 255) << red | (rgb >> 8 & 255) << green | (rgb & 255) << blue;
