@@ -108,15 +108,17 @@ TEST(Guards, NothingAroundThePixelsIsTouchedAndPaddingDoesNotMatter) {
 // Rows 2 GB apart, so that the third one begins beyond 32 bits; only their pages can be touched.
 TEST(Guards, RowsAreReachedBeyond32Bits) {
     constexpr std::uint32_t width = 7, height = 3, stride = 0x80000000;
+    std::vector<std::unique_ptr<Reserve>> reserves;
     for (const Call& call : allCalls()) {
         // The swirl may write anywhere in its memory.
         if (call.frame == Frame::none || call.isAbort || call.name == "swirl") continue;
         for (std::uint32_t seed = 0; seed < 3; ++seed) {
             SCOPED_TRACE(call.name + ", parameters " + std::to_string(seed));
             auto tight = randomBitmaps(call, width, height), wide = tight;
-            std::vector<std::unique_ptr<Reserve>> reserves;
             for (FakeBitmap& bitmap : wide) {
-                Reserve& reserve = *reserves.emplace_back(std::make_unique<Reserve>(3 * std::size_t(stride)));
+                const std::size_t i = std::size_t(bitmap.number) - 1;
+                if (i == reserves.size()) reserves.push_back(std::make_unique<Reserve>(height * std::size_t(stride)));
+                Reserve& reserve = *reserves[i];
                 unsigned char* rows[height];
                 for (std::size_t y = 0; y < height; ++y) rows[y] = reserve.open(y * stride, page);
                 std::memcpy(rows[0], bitmap.pixels(), 4 * width * height);  // for those that take it for packed
