@@ -21,12 +21,12 @@ INLINE inline Channel limited(Value value) {
 inline INLINE Word premultiplied(Channel value, Channel a) { return stored(value * a * K); }
 inline INLINE Word wholePremultiplied(Channel value, Channel a) { return stored(value * (a * K)); }
 
-// The pixel whose channels are formula(straight channel, shift), limited, under its own alpha.
+// The pixel whose channels are formula(straight channel, shift), limited, under its own alpha; where that is 0, so are they.
 template <typename Formula>
 INLINE inline Word filtered(Word word, Formula formula) {
     const Channel a = channelOf(word, alpha);
     auto byte = [&](int c) INLINE {
-        const auto value = formula(wholeStraight(word, c), c);
+        const auto value = formula(visibleStraight(word, c), c);
         return wholePremultiplied(limited(value), a) << c;
     };
     return (word & opacity) | byte(red) | byte(green) | byte(blue);
@@ -34,8 +34,8 @@ INLINE inline Word filtered(Word word, Formula formula) {
 
 inline INLINE Channel luminance(Channel r, Channel g, Channel b) { return fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g)); }
 
-inline INLINE Channel straightLuminance(Word word) {
-    return luminance(wholeStraight(word, red), wholeStraight(word, green), wholeStraight(word, blue));
+inline INLINE Channel visibleLuminance(Word word) {
+    return luminance(visibleStraight(word, red), visibleStraight(word, green), visibleStraight(word, blue));
 }
 
 // ---- Colour ----------------------------------------------------------------------------------------------------------------
@@ -61,7 +61,7 @@ constexpr auto sepia = [](float intensity) INLINE {
 
 constexpr auto saturated = [](float s) INLINE {
     return [s](Word word) INLINE -> Word {
-        const Channel grey = (1.0f - s) * straightLuminance(word);
+        const Channel grey = (1.0f - s) * visibleLuminance(word);
         return filtered(word, [=](Channel c, int) INLINE { return fused(c, s, grey); });
     };
 };
@@ -74,7 +74,7 @@ constexpr auto exposed = [](float factor) INLINE {
 // what the mix keeps is the premultiplied channel, which the alpha then scales a second time.
 constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) INLINE {
     return [=, r = colour[0], g = colour[1], b = colour[2]](Word word) INLINE -> Word {
-        const float Y = straightLuminance(word), rest = 1.0f - intensity;
+        const float Y = visibleLuminance(word), rest = 1.0f - intensity;
         const bool dark = Y < 127.5f;
         const double y = double(dark ? 2.0f * Y : -2.0f * (255.0f - Y)), base = dark ? 0.0 : 255.0;
         const Channel a = channelOf(word, alpha);
@@ -254,15 +254,22 @@ CLONES int KorvImageFilter::BitmapVignette(JNIEnv* env, jobject bitmap, jfloatAr
         const Ints<3> edge(env, colour, 2);
         const float edgeRed = float(edge.at[0]), edgeGreen = float(edge.at[1]), edgeBlue = float(edge.at[2]),
                     ramp = end - start;
-        for (std::size_t y = 0; y < pixels.height; ++y) {
-            const float dy = float(y) / float(pixels.height) - middle.at[1];
-            StoredWord* row = pixels.row(y);
-            for (std::size_t x = 0; x < pixels.width; ++x) {
-                const float dx = float(int(x)) / float(pixels.width) - middle.at[0], d = distance(dx, dy);
-                const float t = d <= start ? 0.0f : d >= end ? 1.0f : (d - start) / ramp;
-                row[x] = filtered(row[x], [=](Channel c, int shift) INLINE {
-                    return fused(c, 1.0f - t, (shift == red ? edgeRed : shift == green ? edgeGreen : edgeBlue) * t);
-                });
+        // By strips, which share the distances of their columns.
+        constexpr std::size_t most = 256;
+        float columns[most];
+        for (std::size_t left = 0; left < pixels.width; left += most) {
+            const std::size_t width = pixels.width - left < most ? pixels.width - left : most;
+            for (std::size_t x = 0; x < width; ++x) columns[x] = float(int(left + x)) / float(pixels.width) - middle.at[0];
+            for (std::size_t y = 0; y < pixels.height; ++y) {
+                const float dy = float(y) / float(pixels.height) - middle.at[1];
+                StoredWord* row = pixels.row(y) + left;
+                for (std::size_t x = 0; x < width; ++x) {
+                    const float d = distance(columns[x], dy);
+                    const float t = d <= start ? 0.0f : d >= end ? 1.0f : (d - start) / ramp;
+                    row[x] = filtered(row[x], [=](Channel c, int shift) INLINE {
+                        return fused(c, 1.0f - t, (shift == red ? edgeRed : shift == green ? edgeGreen : edgeBlue) * t);
+                    });
+                }
             }
         }
     });
@@ -304,8 +311,9 @@ CLONES int KorvImageFilter::BitmapPixelation(JNIEnv* env, jobject bitmap, int p,
                                   : std::int64_t(blockWidth) < 0 ? -std::int64_t(blockWidth)
                                                                  : blockWidth;
         StoredWord* const words = packed(pixels);
-        constexpr std::int64_t most = 256;
-        Word sources[most];
+        // The colours of a piece of a row are spread eight pixels at a time, and further than they reach.
+        constexpr std::int64_t most = 256, spread = 8;
+        Word sources[most + spread];
         for (std::int64_t y = 0; y < height; ++y) {
             const std::int64_t dy = remainder(y, blockHeight);
             StoredWord* const row = words + y * width;
@@ -314,11 +322,14 @@ CLONES int KorvImageFilter::BitmapPixelation(JNIEnv* env, jobject bitmap, int p,
                 // The last pixel goes by itself: its colour may be that of the row's first one, rewritten.
                 end = begin + most < width - 1 ? begin + most : begin < width - 1 ? width - 1 : width;
                 const std::int64_t first = block;
-                for (std::int64_t x = begin; x < end; ++x) {
+                for (std::int64_t x = begin; x < end;) {
                     // Deliberate: going up a row is one pixel short of a row, so that row dy of a block takes its colour dy
                     // pixels to the right.
                     if (x == block) source = row[x - dy * (width - 1)], block += step;
-                    sources[x - begin] = source;
+                    for (const std::int64_t last = block < end ? block : end; x < last;) {
+                        for (std::int64_t i = 0; i < spread; ++i) sources[x - begin + i] = source;
+                        x = x + spread < last ? x + spread : last;
+                    }
                 }
                 for (std::int64_t x = begin; x < end; ++x) {
                     const Channel a = channelOf(row[x], alpha);

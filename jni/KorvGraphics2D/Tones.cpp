@@ -32,9 +32,13 @@ constexpr auto comic = [](Word word) INLINE -> Word {
     return (word & opacity) | tint(s1, r) << red | tint(s2, r) << green | tint(s2, g) << blue;
 };
 
-constexpr auto scaled = [](float factor) INLINE {
-    return [=](Word word) INLINE -> Word {
-        auto byte = [=](int c) INLINE { return stored(clamped(channelOf(word, c) * factor, 255.0f)) << c; };
+// Factors above 256 do what 256 does; below 0, and NaN, what 0 does.
+constexpr auto scaled = [](float anyFactor) INLINE {
+    return [factor = clamped(anyFactor, 256.0f)](Word word) INLINE -> Word {
+        auto byte = [=](int c) INLINE {
+            const Channel value = channelOf(word, c) * factor;
+            return stored(value < 255.0f ? value : 255.0f) << c;
+        };
         return byte(red) | byte(green) | byte(blue) | byte(alpha);
     };
 };
@@ -54,21 +58,27 @@ inline INLINE std::uint32_t brightnessBits(Word word) {
 }
 
 // The value of rank n / 2 among the n visible pixels, counted from 0, which is what sorting them would find there. It is found
-// digit by digit: each pass counts the pixels that share the digits known so far by their next digit.
+// digit by digit: each pass counts the pixels that share the digits known so far by their next digit, and all others behind
+// these, in turn, so that no count waits for the last one and nothing is guessed.
 inline INLINE float median(Pixels pixels) {
-    constexpr int digitBits = 11;
-    std::uint32_t rank = 0, known = 0;
+    constexpr int digitBits = 11, digits = 1 << digitBits, others = 8;
+    constexpr std::size_t most = 256;
+    std::uint32_t rank = 0, known = 0, places[most];
     for (int shift : {2 * digitBits, digitBits, 0}) {
-        std::uint32_t counts[1 << digitBits] = {};
-        for (std::size_t y = 0; y < pixels.height; ++y) {
-            const StoredWord* row = pixels.row(y);
-            for (std::size_t x = 0; x < pixels.width; ++x) {
-                const std::uint64_t bits = brightnessBits(row[x]), unknown = bits ^ known;
-                if (row[x] & opacity && unknown >> (shift + digitBits) == 0) ++counts[bits >> shift & ((1 << digitBits) - 1)];
+        std::uint32_t counts[digits + others] = {};
+        for (std::size_t y = 0; y < pixels.height; ++y)
+            for (std::size_t left = 0; left < pixels.width; left += most) {
+                const StoredWord* row = pixels.row(y) + left;
+                const std::size_t width = pixels.width - left < most ? pixels.width - left : most;
+                for (std::size_t x = 0; x < width; ++x) {
+                    const std::uint32_t bits = brightnessBits(row[x]);
+                    const bool counted = row[x] & opacity && (bits ^ known) >> shift < std::uint32_t(digits);
+                    places[x] = counted ? bits >> shift & (digits - 1) : digits + std::uint32_t(x) % others;
+                }
+                for (std::size_t x = 0; x < width; ++x) ++counts[places[x]];
             }
-        }
         if (shift == 2 * digitBits) {
-            for (std::uint32_t count : counts) rank += count;
+            for (int digit = 0; digit < digits; ++digit) rank += counts[digit];
             if (rank == 0) return 0.0f;
             rank /= 2;
         }
