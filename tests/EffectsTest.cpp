@@ -113,8 +113,10 @@ TEST(Effects, GiveTheirExactBytes) {
         {with(K2D::EraseGray, 1000, nullptr, nullptr), rgba(255, 9, 9, 9), rgba(0, 0, 0, 189)},
     };
     int row = 0;
-    for (const auto& [effect, before, expected] : table)
-        EXPECT_EQ(toString(after(effect, before)), toString(expected)) << "row " << ++row << ", " << toString(before);
+    for (const auto& [effect, before, expected] : table) {
+        SCOPED_TRACE("row " + std::to_string(++row));
+        EXPECT_EQ(toString(after(effect, before)), toString(expected)) << toString(before);
+    }
 }
 
 // clang-format on

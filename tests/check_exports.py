@@ -2,8 +2,8 @@
 
 usage: check_exports.py LIBRARY
 
-Exported must be exactly: one native for every line of jni/Operations.def, the public static methods that the class headers
-declare, and the one global. Needed libraries: libjnigraphics, liblog, libm, libc.
+Exported must be exactly: one native for every line of jni/Operations.def and for every one that the Java class declares, the
+public static methods that the class headers declare, and the one global. Needed libraries: libjnigraphics, liblog, libm, libc.
 """
 
 import re
@@ -13,6 +13,7 @@ from pathlib import Path
 
 root = Path(__file__).resolve().parent.parent
 library = sys.argv[1]
+prefix, native_count = "Java_com_velmora_display_fennic_VelUIBitmapUtils_", 66
 
 
 def tool(*command):
@@ -34,7 +35,9 @@ methods = sorted(name.split("(")[0] for name in exported if "::" in name)
 others = {name for name in exported if not name.startswith("Java_") and "::" not in name}
 
 listed = re.findall(r"^(?:[A-Z]+)\((native\w+)", (root / "jni/Operations.def").read_text(), re.M)
-expected_natives = {f"Java_com_velmora_display_fennic_VelUIBitmapUtils_{name}" for name in listed}
+expected_natives = {prefix + name for name in listed}
+java = (root / "java/com/velmora/display/fennic/VelUIBitmapUtils.java").read_text()
+java_natives = {prefix + name for name in re.findall(r"\bnative \w+ (\w+)\(", java)}
 needed = set(re.findall(r"NEEDED.*\[(.*)\]", tool("readelf", "--dynamic", "--wide", library)))
 allowed = re.compile(r"(libjnigraphics|liblog|libm|libc)\.so(\.\d+)?")
 soname = re.findall(r"SONAME.*\[(.*)\]", tool("readelf", "--dynamic", "--wide", library))
@@ -42,6 +45,9 @@ alignment = {int(line.split()[-1], 16) for line in tool("readelf", "--segments",
 
 faults = [f"not exported: {name}" for name in sorted(expected_natives - natives)]
 faults += [f"exported, but not in the list of operations: {name}" for name in sorted(natives - expected_natives)]
+faults += [f"declared in Java, but not exported: {name}" for name in sorted(java_natives - natives)]
+faults += [f"exported, but not declared in Java: {name}" for name in sorted(natives - java_natives)]
+faults += [f"{len(natives)} natives, not {native_count}"] if len(natives) != native_count else []
 faults += [f"declared, but not exported: {name}" for name in sorted(set(declared_methods()) - set(methods))]
 faults += [f"exported, but not declared: {name}" for name in sorted(set(methods) - set(declared_methods()))]
 faults += [f"exported, but no part of the interface: {name}" for name in sorted(others - {"numaaaa"})]

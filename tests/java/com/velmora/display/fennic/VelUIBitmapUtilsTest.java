@@ -8,35 +8,91 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import android.graphics.Bitmap;
+import java.lang.reflect.Array;
+import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
+import java.lang.reflect.Modifier;
 import java.nio.ByteBuffer;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.ArrayList;
+import java.util.Arrays;
+import java.util.Comparator;
 import java.util.List;
 import java.util.Map;
 import java.util.function.BinaryOperator;
 import java.util.function.ToIntBiFunction;
+import java.util.function.ToIntFunction;
+import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.io.TempDir;
+import org.junit.jupiter.params.ParameterizedTest;
+import org.junit.jupiter.params.provider.CsvSource;
 
 /** The path of an application: Java class, native, bitmap lock, pixels. */
 class VelUIBitmapUtilsTest {
     private static final int BAD_PARAMETER = -1, JNI_EXCEPTION = -2;
 
-    /** Calls a native that blends its second bitmap into its first; a number, where it takes one, is 4. */
-    private record Blend(Method method) {
-        int apply(Bitmap base, Bitmap layer) {
+    /** Every native but the one that ends the process. */
+    private static final List<Method> NATIVES = Stream.of(VelUIBitmapUtils.class.getDeclaredMethods())
+        .filter(method -> Modifier.isNative(method.getModifiers()) && !method.getName().equals("nativeBitmapGetHSV"))
+        .sorted(Comparator.comparing(Method::getName))
+        .toList();
+
+    /** Arguments that every native takes without complaint, by their type; each bitmap is one of its own. */
+    private static Object usual(Class<?> type) {
+        return type == Bitmap.class ? bitmap(2, 2, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 255)
+            : type == int.class ? (Object) 2
+            : type == float.class ? (Object) 0.5f
+            : type == double.class ? (Object) 0.5
+            : type == boolean.class ? (Object) true
+            : type == int[].class ? new int[] {0, 0, 9, 5}
+            : type == float[].class ? new float[] {9, 8, 7, 6, 5, 4, 3, 2, 1} : null;
+    }
+
+    /** One call of a native, with usual arguments but for those that are set. */
+    private record Call(Method method, Object[] arguments, List<int[]> before) {
+        Call(Method method) {
+            this(method, Stream.of(method.getParameterTypes()).map(VelUIBitmapUtilsTest::usual).toArray(), new ArrayList<>());
+        }
+
+        Call with(int parameter, Object value) {
+            arguments[parameter] = value;
+            return this;
+        }
+
+        Object run() throws Throwable {
+            for (Object argument : arguments) before.add(bytesOf(argument));
             try {
-                return (int) (method.getParameterCount() == 2 ? method.invoke(null, base, layer) : method.invoke(null, base, layer, 4));
-            } catch (ReflectiveOperationException e) {
-                throw new AssertionError(method.getName(), e);
+                return method.invoke(null, arguments);
+            } catch (InvocationTargetException e) {
+                throw e.getCause();
             }
+        }
+
+        boolean changedNoBitmap() {
+            return IntStream.range(0, arguments.length).allMatch(i -> Arrays.equals(before.get(i), bytesOf(arguments[i])));
+        }
+
+        private static int[] bytesOf(Object argument) {
+            return argument instanceof Bitmap bitmap && !bitmap.isRecycled() ? bytes(bitmap) : null;
+        }
+
+        @Override
+        public String toString() {
+            return method.getName() + Arrays.deepToString(arguments);
         }
     }
 
-    private static List<Blend> blends() {
-        return Stream.of(VelUIBitmapUtils.class.getDeclaredMethods())
-            .filter(method -> method.getName().matches("nativeBitmapHandle.*|nativeTkPSBlendingMode"))
-            .map(Blend::new)
-            .toList();
+    private static boolean isMeasure(Method method) {
+        return method.getName().matches("nativeGet.*|nativeBitmapGetMedian");
+    }
+
+    /** The parameters of one type. */
+    private static int[] parameters(Method method, Class<?> type) {
+        var types = method.getParameterTypes();
+        return IntStream.range(0, types.length).filter(i -> types[i] == type).toArray();
     }
 
     private static Bitmap bitmap(int width, int height, int... bytes) {
@@ -106,44 +162,186 @@ class VelUIBitmapUtilsTest {
         });
     }
 
+    private record Example(ToIntFunction<Bitmap> effect, Bitmap bitmap, int... expected) {}
+
+    private static Bitmap pixel(int... bytes) {
+        return bitmap(1, 1, bytes);
+    }
+
+    private static Bitmap grey(int level) {
+        return pixel(level, level, level, 255);
+    }
+
+    /** Numbers that would show if two of a native's parameters were exchanged. */
     @Test
-    void badBitmapsGetTheirStatusAndChangeNothing() {
-        Bitmap recycled = bitmap(2, 2), small = bitmap(1, 2), other = Bitmap.createBitmap(2, 2, Bitmap.Config.RGB_565);
-        recycled.recycle();
-        assertEquals(27, blends().size());
-        for (Blend blend : blends()) {
-            String name = blend.method().getName();
-            Bitmap base = bitmap(2, 2, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
-            int[] before = bytes(base);
-            assertEquals(BAD_PARAMETER, blend.apply(null, base), name);
-            assertEquals(BAD_PARAMETER, blend.apply(base, null), name);
-            assertEquals(JNI_EXCEPTION, blend.apply(recycled, base), name);
-            assertEquals(JNI_EXCEPTION, blend.apply(base, recycled), name);
-            assertEquals(BAD_PARAMETER, blend.apply(base, small), name);
-            assertEquals(0, blend.apply(base, other), name);
-            assertEquals(0, blend.apply(other, base), name);
-            assertArrayEquals(before, bytes(base), name);
-        }
-        for (Bitmap bad : new Bitmap[] {null, recycled, other}) {
-            int[] out = {7, 7, 7, 7};
-            assertEquals(0, nativeGetBitmapVisiblePointNum(bad));
-            assertEquals(0, nativeGetBitmapInvisiblePointNum(bad));
-            assertEquals(0, nativeGetBitmapInvisibleAreaPrecent(bad, 0));
-            nativeGetBitmapAverageColorInRect2(bad, 0, 0, 2, 2, out);
-            assertArrayEquals(new int[4], out);
+    void effectsAndFiltersWorkInPlace() {
+        float[] kernel = {9, 1, 8, 2, 7, 3, 6, 4, 5};
+        var examples = List.of(
+            new Example(b -> nativeChannelThrough(b, pixel(128, 0, 0, 255)), pixel(255, 100, 1, 200), 128, 50, 0, 100),
+            new Example(b -> nativeChannelThrough2(b, pixel(0, 0, 0, 255)), pixel(1, 2, 254, 255), 1, 2, 254, 255),
+            new Example(b -> nativeChannelThrough3(b), pixel(255, 255, 255, 255), 0, 0, 0, 0),
+            new Example(b -> nativePickUpChannel(b, 1), pixel(10, 20, 30, 255), 20, 20, 20, 255),
+            new Example(b -> nativeToBitReverse(b), pixel(10, 20, 30, 40), 30, 20, 10, 40),
+            new Example(b -> nativeBitmapContort(b, 7), pixel(10, 20, 30, 40), 245, 235, 225, 40),
+            new Example(b -> nativeBitmapGrapMapping(b, 40, 200), pixel(0, 0, 0, 255), 40, 40, 40, 255),
+            new Example(b -> nativeBitmapPSDesaturate(b, 40, 200), pixel(0, 0, 0, 255), 40, 40, 40, 255),
+            new Example(b -> nativeToComicGray(b), pixel(100, 20, 250, 255), 255, 227, 45, 255),
+            new Example(b -> nativeBitmapSetAlphaPercentage(b, 0.5f), pixel(255, 128, 0, 255), 127, 64, 0, 127),
+            new Example(b -> nativeBitmapSetBlackAndWhite(b, 200), pixel(100, 100, 100, 128), 0, 0, 0, 128),
+            new Example(b -> nativeBitmapCrosshatch(b, 1, 9, 0x102030, false, 0.5), grey(90), 16, 32, 48, 255),
+            new Example(b -> nativeBitmapCrosshatch(b, 1, 0, 0x102030, false, 0.5), grey(90), 255, 255, 255, 255),
+            new Example(b -> nativeBitmapCrosshatch(b, 1, 0, 0x102030, true, 0.5), grey(90), 0, 0, 0, 0),
+            new Example(b -> nativeBitmapDenoise(b, 55), grey(155), 127, 127, 127, 255),
+            new Example(b -> nativeBitmapAdd(b, 7), pixel(10, 200, 30, 255), 200, 200, 200, 255),
+            new Example(b -> nativeBitmapAdd2(b, pixel(100, 200, 0, 255)), grey(100), 200, 255, 100, 255),
+            new Example(b -> nativeBitmapPolkaDot(b, 2, 9, 0.1f), bitmap(2, 1, 1, 2, 3, 4, 5, 6, 7, 8), 0, 0, 0, 0, 0, 0, 0, 0),
+            new Example(b -> nativeBitmapPolkaDot(b, 1, 9, 0.1f), bitmap(2, 1, 1, 2, 3, 4, 5, 6, 7, 8), 1, 2, 3, 4, 5, 6, 7, 8),
+            new Example(b -> nativeEraseGray(b, 100, b, null), pixel(200, 9, 9, 9), 114, 114, 114, 114),
+            new Example(b -> nativeToEmboss(b, pixel(255, 0, 10, 9), pixel(0, 255, 20, 9)), pixel(1, 2, 3, 77),
+                255, 0, 118, 77),
+            new Example(b -> nativeImageFilter0(grey(1), grey(2), grey(3), grey(4), b, grey(6), grey(7), grey(8), grey(9), 1, 2,
+                kernel, 0.5f), grey(5), 125, 125, 125, 255),
+            new Example(b -> nativeImageFilter1(bitmap(2, 1, 100, 50, 25, 255, 9, 9, 9, 0), b, 0.25f), bitmap(2, 1),
+                197, 97, 47, 255, 0, 0, 0, 0),
+            new Example(b -> nativeImageFilter2(b, 2, 1, 1),
+                bitmap(2, 2, 1, 1, 1, 255, 2, 2, 2, 255, 3, 3, 3, 255, 4, 4, 4, 255),
+                1, 1, 1, 255, 1, 1, 1, 255, 3, 3, 3, 255, 3, 3, 3, 255),
+            new Example(b -> nativeImageFilter2(b, 1, 2, 1),
+                bitmap(2, 2, 1, 1, 1, 255, 2, 2, 2, 255, 3, 3, 3, 255, 4, 4, 4, 255),
+                1, 1, 1, 255, 2, 2, 2, 255, 2, 2, 2, 255, 2, 2, 2, 255),
+            new Example(b -> nativeImageFilter3(b, 1), grey(255), 228, 255, 94, 255),
+            new Example(b -> nativeImageFilter4(b, 0), bitmap(2, 1, 100, 50, 25, 255, 100, 50, 25, 255),
+                100, 50, 25, 255, 200, 100, 50, 255),
+            new Example(b -> nativeImageFilter5(b, 2), pixel(200, 100, 50, 255), 255, 82, 0, 255),
+            new Example(b -> nativeImageFilter6(b, 1), pixel(100, 50, 25, 128), 128, 99, 49, 128),
+            new Example(b -> nativeImageFilter7(b, new float[] {153, 115, 77}, 1), pixel(100, 50, 25, 128), 69, 52, 35, 128),
+            new Example(b -> nativeImageFilter8(b, new float[] {-1, -1}, new int[] {255, 255, 255}, 0, 0.1f), grey(9),
+                255, 255, 0, 255),
+            new Example(b -> nativeImageFilter9(b, 0.2f, 0), bitmap(1, 2, 200, 100, 50, 255, 255, 255, 255, 255),
+                186, 61, 0, 255, 255, 255, 255, 255),
+            new Example(b -> nativeImageFilter10(bitmap(3, 1, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3), b, 0, 0, 10,
+                Math.PI / 8 / 0.81), bitmap(3, 1), 1, 1, 1, 1, 0, 0, 0, 0, 3, 3, 3, 3));
+        for (int i = 0; i < examples.size(); i++) {
+            var example = examples.get(i);
+            assertEquals(0, example.effect().applyAsInt(example.bitmap()), "example " + i);
+            assertArrayEquals(example.expected(), bytes(example.bitmap()), "example " + i);
         }
     }
 
     @Test
-    void shortArraysThrowAndNullArraysAreDropped() {
-        Bitmap bitmap = bitmap(2, 2);
-        assertThrows(ArrayIndexOutOfBoundsException.class, () -> nativeGetBitmapTransparentCutOffRect(bitmap, 0, new int[3]));
-        assertThrows(ArrayIndexOutOfBoundsException.class, () -> nativeGetBitmapAverageColorInRect(bitmap, 0, 0, 0, 0, new int[0], 0));
-        assertThrows(ArrayIndexOutOfBoundsException.class, () -> nativeGetIconBitmapInfo(new int[] {0, 0, 9, 5}, new int[3]));
-        nativeGetBitmapTransparentCutOffRect(bitmap, 0, null);
-        nativeGetBitmapAverageColorInRect2(null, 0, 0, 1, 1, null);
-        nativeGetSourceSize(true, 1, 1, null, 1, 1);
+    void badBitmapsGetTheirStatusAndChangeNothing() throws Throwable {
+        Bitmap recycled = bitmap(2, 2), small = bitmap(1, 2), other = Bitmap.createBitmap(4, 4, Bitmap.Config.RGB_565);
+        recycled.recycle();
+        assertEquals(65, NATIVES.size());
+        for (Method method : NATIVES) {
+            int[] bitmaps = parameters(method, Bitmap.class);
+            for (int i : bitmaps) {
+                boolean isThirdOfNine = bitmaps.length == 9 && i == 2;
+                for (Bitmap bad : new Bitmap[] {null, recycled, small, other}) {
+                    // A first bitmap may be smaller than the rest; the third of nine must not be.
+                    if (bad == small && (i == 0 || isThirdOfNine)) continue;
+                    Call call = new Call(method).with(i, bad);
+                    Object result = call.run();
+                    int status = bad == other ? 0 : bad == recycled ? JNI_EXCEPTION : BAD_PARAMETER;
+                    if (isMeasure(method)) {
+                        if (result != null) assertEquals(0, ((Number) result).floatValue(), call::toString);
+                        boolean isWhole = method.getName().endsWith("CutOffRect") && bad == other;
+                        int[] rect = isWhole ? new int[] {0, 0, 3, 3} : new int[4];
+                        for (int out : parameters(method, int[].class)) assertArrayEquals(rect, (int[]) call.arguments()[out]);
+                    } else {
+                        assertEquals(status, result, call::toString);
+                    }
+                    assertEquals(!(isThirdOfNine && bad == other), call.changedNoBitmap(), call::toString);
+                }
+            }
+        }
+        for (Bitmap bad : new Bitmap[] {null, recycled, other})
+            assertEquals(bad == other ? 0 : bad == recycled ? JNI_EXCEPTION : BAD_PARAMETER, nativeBitmapGetHSV(bad));
+    }
+
+    /** Arrays with another copy after them: where they are too short, it has an exception pending, and -Xcheck:jni warns. */
+    private static final List<String> GOES_ON =
+        List.of("nativeGetIconBitmapInfo 0", "nativeGetSourceSize 3", "nativeImageFilter8 1");
+
+    private static void callWithShortArrays(boolean goesOn) throws Exception {
+        for (Method method : NATIVES)
+            for (Class<?> type : List.of(int[].class, float[].class))
+                for (int i : parameters(method, type)) {
+                    if (GOES_ON.contains(method.getName() + " " + i) != goesOn) continue;
+                    Call call = new Call(method).with(i, Array.newInstance(type.componentType(), 1));
+                    assertThrows(ArrayIndexOutOfBoundsException.class, call::run, call::toString);
+                    for (int b : parameters(method, Bitmap.class)) assertEquals(0, locks(call.arguments()[b]), call::toString);
+                }
+    }
+
+    private static int locks(Object bitmap) throws ReflectiveOperationException {
+        var locks = Bitmap.class.getDeclaredField("locks");
+        locks.setAccessible(true);
+        return ((ByteBuffer) locks.get(bitmap)).getInt(0);
+    }
+
+    @Test
+    void shortArraysThrowAndNullArraysAreDropped() throws Throwable {
+        callWithShortArrays(false);
+        for (Method method : NATIVES)
+            for (Class<?> type : List.of(int[].class, float[].class))
+                for (int i : parameters(method, type)) {
+                    Call call = new Call(method).with(i, null);
+                    Object result = call.run();
+                    if (!isMeasure(method)) assertEquals(0, result, call::toString);
+                }
         assertFalse(nativeGetIconBitmapInfo(null, null));
+    }
+
+    /** An extreme value, or an array of it; null for types that have none. */
+    private static Object extreme(Class<?> type, int which) {
+        int i = new int[] {Integer.MIN_VALUE, -1, 0, 65536, Integer.MAX_VALUE}[which];
+        float f = new float[] {Float.NaN, Float.NEGATIVE_INFINITY, -0f, Float.MIN_VALUE, Float.MAX_VALUE}[which];
+        return type == int.class ? (Object) i
+            : type == float.class ? (Object) f
+            : type == double.class ? (Object) (double) f
+            : type == int[].class ? new int[] {i, i, i, i}
+            : type == float[].class ? new float[] {f, f, f, f, f, f, f, f, f} : null;
+    }
+
+    @Test
+    void extremeNumbersAreNoReasonToFail() throws Throwable {
+        for (Method method : NATIVES) {
+            var types = method.getParameterTypes();
+            // Each parameter alone, then all of them.
+            for (int alone = 0; alone <= types.length; alone++)
+                for (int which = 0; which < 5; which++) {
+                    Call call = new Call(method);
+                    for (int i = 0; i < types.length; i++)
+                        if ((i == alone || alone == types.length) && extreme(types[i], which) != null)
+                            call.with(i, extreme(types[i], which));
+                    // Kuwahara's time grows with the square of its radius.
+                    if (method.getName().equals("nativeImageFilter4") && (int) call.arguments()[1] > 9) continue;
+                    Object result = call.run();
+                    boolean isRefused = method.getName().equals("nativePickUpChannel") && ((int) call.arguments()[1] & ~3) != 0;
+                    if (!isMeasure(method)) assertEquals(isRefused ? BAD_PARAMETER : 0, result, call::toString);
+                    if (isRefused || isMeasure(method)) assertTrue(call.changedNoBitmap(), call::toString);
+                }
+        }
+    }
+
+    /** What needs a JVM of its own. */
+    static final class Child {
+        public static void main(String[] arguments) throws Exception {
+            if (arguments[0].equals("short arrays")) callWithShortArrays(true);
+            else nativeBitmapGetHSV(bitmap(1, 1));
+        }
+    }
+
+    @ParameterizedTest
+    @CsvSource({"get HSV, 134", "short arrays, 0"})  // 128 + SIGABRT
+    void endsTheProcessOrDoesNot(String what, int status, @TempDir Path folder) throws Exception {
+        var child = new ProcessBuilder(Path.of(System.getProperty("java.home"), "bin", "java").toString(), "-Xmx32m",
+            "-XX:-CreateCoredumpOnCrash", "-Djava.library.path=" + System.getProperty("java.library.path"), "-cp",
+            System.getProperty("java.class.path"), Child.class.getName(), what);
+        Path output = folder.resolve("output");
+        child.directory(folder.toFile()).redirectErrorStream(true).redirectOutput(output.toFile());
+        assertEquals(status, child.start().waitFor(), Files.readString(output));
     }
 
     /** A float, a boolean and an int that reach the method bit for bit give results that no default would give. */
