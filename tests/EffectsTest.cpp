@@ -172,6 +172,28 @@ TEST(Effects, SumsOfBytesAreThoseOfFusedSums) {
     }
 }
 
+// All greys and their next colours under every alpha: with any threshold, some are nearest to it on either side.
+TEST(Effects, BlackAndWhitePartAtTheThreshold) {
+    for (float threshold :
+         {-1.0f, 0.0f, 0.5f, 1.0f, 77.7f, 99.999f, 128.0f, 199.21875f, 254.99998f, 255.0f, 1000.0f, infinity}) {
+        FakeBitmap bitmap(256, 256);
+        for (int step : {-1, 0, 1}) {
+            for (std::uint32_t a = 0; a < 256; ++a)
+                for (std::uint32_t c = 0; c < 256; ++c) bitmap.set(c, a, rgba((c + std::uint32_t(step)) & 255, c, c, a));
+            const FakeBitmap before = bitmap;
+            EXPECT_EQ(K2D::BitmapSetBlackAndWhite(fakeEnv(), bitmap.object(), threshold), 0);
+            for (std::uint32_t a = 0; a < 256; ++a)
+                for (std::uint32_t c = 0; c < 256; ++c) {
+                    const float brightness =
+                        K2D::GetBrightness(float((c + std::uint32_t(step)) & 255), float(c), float(c), float(a));
+                    const std::uint32_t v = brightness >= threshold ? a : 0, expected = a ? rgba(v, v, v, a) : before.get(c, a);
+                    ASSERT_EQ(toString(bitmap.get(c, a)), toString(expected))
+                        << toString(before.get(c, a)) << ", " << threshold;
+                }
+        }
+    }
+}
+
 TEST(Effects, TheMedianIsWhatSortingWouldFind) {
     auto median = [](const std::vector<std::uint32_t>& pixels) {
         FakeBitmap bitmap(std::uint32_t(pixels.size()), 1, pixels);

@@ -1,0 +1,97 @@
+// Runs cases under Google Benchmark and prints a line for each: size,peer,op,best_mpx_s,median_mpx_s, in millions of pixels a
+// second.
+//
+//   fennic_benchmark SIZES FILTER    (SIZES as 1,192; operations that FILTER matches, and the limits; Google Benchmark's
+//   options)
+#include "Pictures.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <regex>
+#include <sstream>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+
+// What reading the clock twice costs, which no call is charged for.
+double clockCost() {
+    double least = 1.0;
+    for (int i = 0; i < 10000; ++i) least = std::min(least, secondsSince(Clock::now()));
+    return least;
+}
+
+// The pictures of one size at a time.
+Pictures& picturesOf(std::uint32_t size) {
+    static std::unique_ptr<Pictures> pictures;
+    if (!pictures || pictures->width != size) {
+        pictures.reset();
+        pictures = std::make_unique<Pictures>(size, size);
+    }
+    return *pictures;
+}
+
+// Each call is timed by itself, the destination restored before it; on one pixel a thousand calls are, since one is shorter
+// than a look at the clock.
+void measure(benchmark::State& state, const Case& measured, std::uint32_t size) {
+    static const double overhead = clockCost();
+    Pictures& pictures = picturesOf(size);
+    const auto call = measured.on(pictures);
+    const int calls = size == 1 ? 1000 : 1;
+    std::vector<double> seconds;
+    for ([[maybe_unused]] auto _ : state) {
+        pictures.restore();
+        const auto start = Clock::now();
+        for (int i = 0; i < calls; ++i) call();
+        const double taken = std::max(secondsSince(start) - overhead, 1e-9);
+        state.SetIterationTime(taken);
+        seconds.push_back(taken / calls);
+    }
+    std::sort(seconds.begin(), seconds.end());
+    const double megapixels = double(size) * size / 1e6;
+    state.counters["best"] = megapixels / seconds.front();
+    state.counters["median"] = megapixels / seconds[seconds.size() / 2];
+}
+
+class Csv : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context&) override {
+        std::puts("size,peer,op,best_mpx_s,median_mpx_s");
+        return true;
+    }
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            std::string name = run.run_name.function_name;
+            std::replace(name.begin(), name.end(), '/', ',');
+            std::printf("%s,%.2f,%.2f\n", name.c_str(), run.counters.at("best").value, run.counters.at("median").value);
+        }
+        std::fflush(stdout);
+    }
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    benchmark::Initialize(&count, arguments);
+    if (count != 3) return 2;
+    std::istringstream sizes(arguments[1]);
+    const std::regex filter(arguments[2]);
+    for (std::string word; std::getline(sizes, word, ',');) {
+        const auto size = std::uint32_t(std::stoul(word));
+        for (const Case& each : allCases()) {
+            if (size == 1 ? each.peer != "fennic" : !each.readsPixels) continue;
+            if (each.peer != "limit" && !std::regex_search(each.op, filter)) continue;
+            const std::string name = word + "/" + each.peer + "/" + each.op;
+            benchmark::RegisterBenchmark(name.c_str(), measure, each, size)->UseManualTime();
+        }
+    }
+    // The overlays log to the error stream; that costs what it costs, but not a terminal's time.
+    if (!std::freopen("/dev/null", "w", stderr)) return 1;
+    Csv csv;
+    benchmark::RunSpecifiedBenchmarks(&csv);
+}
