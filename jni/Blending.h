@@ -5,13 +5,22 @@
 #include "BitmapFrames.h"
 
 // A rule: one channel from the base's and the layer's channel and alpha. `top` is the result's alpha: a1 unless stated.
-#define RULE(...)                                                                                        \
-    [__VA_ARGS__]([[maybe_unused]] Channel c1, [[maybe_unused]] Channel c2, [[maybe_unused]] Channel a1, \
-                  [[maybe_unused]] Channel a2, [[maybe_unused]] Channel top) INLINE -> Channel
+// They are Bytes in a pixel, and Channels where a caller asks for a single channel: then a formula rounds as it stands. Bytes
+// may take a shorter way where all truncated results are the same, which the digests over the whole domain show.
+#define RULE(...)                                                                                                         \
+    [__VA_ARGS__]([[maybe_unused]] auto c1, [[maybe_unused]] auto c2, [[maybe_unused]] auto a1, [[maybe_unused]] auto a2, \
+                  [[maybe_unused]] Channel top) INLINE -> Channel
 
 // The layer's share u over what its alpha leaves of the base: (255 - a2) * c1 / 255 + u, no more than the base's alpha.
 inline INLINE Channel over(Channel c1, Channel a1, Channel a2, Channel u) {
     return clamped(fused((255.0f - a2) * c1, K, u), a1);
+}
+
+// The same for a share whole / 255 that bytes cannot make negative: then one product serves the three channels.
+template <typename Number>
+INLINE inline Channel cappedOver(Number c1, Number a1, Number a2, Channel u) {
+    if constexpr (std::is_same_v<Number, Byte>) return capped<Byte>(fused(c1, (255.0f - a2) * K, u), a1);
+    return over(c1, a1, a2, u);
 }
 
 // A term laid over the base with the layer's alpha as its opacity.
@@ -30,7 +39,7 @@ constexpr INLINE auto zeroAtZero(Rule rule) {
 template <typename Rule, typename Store = decltype(stored)>
 constexpr INLINE auto perChannel(Rule rule, Store store = stored) {
     return [=](Word base, Word layer) INLINE -> Word {
-        Channel a1 = channelOf(base, alpha), a2 = channelOf(layer, alpha);
+        const Byte a1 = channelOf(base, alpha), a2 = channelOf(layer, alpha);
         auto byte = [&](int c) INLINE { return store(rule(channelOf(base, c), channelOf(layer, c), a1, a2, a1)) << c; };
         return (base & opacity) | byte(red) | byte(green) | byte(blue);
     };
@@ -40,7 +49,8 @@ constexpr INLINE auto perChannel(Rule rule, Store store = stored) {
 template <typename Top, typename Rule>
 constexpr INLINE auto perChannelUnder(Top newAlpha, Rule rule) {
     return [=](Word base, Word layer) INLINE -> Word {
-        Channel a1 = channelOf(base, alpha), a2 = channelOf(layer, alpha), top = newAlpha(a1, a2);
+        const Byte a1 = channelOf(base, alpha), a2 = channelOf(layer, alpha);
+        const Channel top = newAlpha(a1, a2);
         auto byte = [&](int c) INLINE { return stored(rule(channelOf(base, c), channelOf(layer, c), a1, a2, top)) << c; };
         return stored(top) << alpha | byte(red) | byte(green) | byte(blue);
     };

@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <type_traits>
 
 // Red, green, blue and alpha from the low byte up; colour is premultiplied by alpha.
 using Word = std::uint32_t;
@@ -12,8 +13,14 @@ using Word = std::uint32_t;
 // A word in a bitmap's memory, which may have any alignment and any other type's bytes.
 using StoredWord __attribute__((may_alias, aligned(1))) = Word;
 
-// A channel's value for arithmetic: an exact byte, 0 to 255, or what a formula makes of it.
+// A channel's value for arithmetic: any float that a formula makes of channels.
 using Channel = float;
+
+// The value of a channel as it stands in a pixel: a whole number from 0 to 255.
+struct Byte {
+    float value;
+    INLINE operator float() const { return value; }
+};
 
 // The float next above 1/255 (bits 0x3B808083). Always multiplied in where a value is divided by 255: 255 * K is 1.0000002, and
 // clamps and truncations depend on that.
@@ -23,7 +30,7 @@ enum Shift { red = 0, green = 8, blue = 16, alpha = 24 };
 inline constexpr Word opacity = 0xFF000000;
 
 inline INLINE int byteOf(Word word, int shift) { return int(word >> shift & 255); }
-inline INLINE Channel channelOf(Word word, int shift) { return Channel(byteOf(word, shift)); }
+inline INLINE Byte channelOf(Word word, int shift) { return {float(byteOf(word, shift))}; }
 
 // Truncation toward zero that saturates at the ends of int; NaN gives 0.
 inline INLINE int truncated(float value) {
@@ -43,6 +50,13 @@ inline INLINE Channel floored(Channel value) { return value > 0.0f ? value : 0.0
 inline INLINE Channel clamped(Channel value, Channel ceiling) {
     Channel low = floored(value);
     return low < ceiling ? low : ceiling;
+}
+
+// The same of a value that bytes cannot make negative, nor NaN.
+template <typename Number>
+INLINE inline Channel capped(Channel value, Channel ceiling) {
+    if constexpr (!std::is_same_v<Number, Byte>) value = floored(value);
+    return value < ceiling ? value : ceiling;
 }
 
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.

@@ -17,12 +17,17 @@ constexpr auto alphaAB      = [](Channel a1, Channel a2) INLINE { return a1 * a2
 constexpr auto wholeAlphaAB = [](Channel a1, Channel a2) INLINE { return Channel(int(a1 * a2 * K)); };
 
 // Products of the form 2 * c * d / 255 are deliberately c * d / 128 in the contrast blends. The factor is a power of two: what it
-// scales stays exact, and a sum with it rounds once, as a fused multiply-add would.
+// scales stays exact, and a sum with it rounds once, as a fused multiply-add would. So do sums with products of bytes.
 constexpr Channel per128 = 0.0078125f;
+template <typename Number>
+INLINE inline Channel less(Channel from, Channel c, Channel d) {
+    if constexpr (std::is_same_v<Number, Byte>) return roughly(-c, d * per128, from);
+    return from - c * d * per128;
+}
 
 // Darkening.
-constexpr auto darken      = mixed(RULE() { return c1 < c2 ? c1 : c2; });
-constexpr auto multiply    = RULE() { return over(c1, a1, a2, c1 * c2 * a2 * K * K); };
+constexpr auto darken      = RULE() { return cappedOver(c1, a1, a2, (c1 < c2 ? c1 : c2) * a2 * K); };
+constexpr auto multiply    = RULE() { return capped<decltype(c1)>(fused((255.0f - a2) * c1, K, c1 * c2 * a2 * K * K), a1); };
 constexpr auto colorBurn   = RULE() { return clamped(c1 - (a1 - c1) * (255.0f - c2) / c2, top); };
 constexpr auto colorBurnB  = RULE() { return clamped(a2 * K * (c1 - (a2 - c2) * (a1 - c1) / c2), top); };
 constexpr auto darkerColor = wholeColour([](Channel layer, Channel base) INLINE { return layer > base; });
@@ -55,9 +60,9 @@ constexpr auto colorDodge = [](Word base, Word layer) INLINE -> Word {
 };
 
 // Contrast.
-constexpr auto overlay     = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : a1  - (255.0f - c2) * (a1 - c1) * per128, top); };
-constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : top - (a2 - c2)     * (a1 - c1) * per128, top); };
-constexpr auto hardLight   = RULE() { return clamped(c2 <= 128.0f    ? c1 * c2 * per128 : top - (255.0f - c2) * (top - c1) * per128, top); };
+constexpr auto overlay     = RULE() { return capped<decltype(c1)>(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less<decltype(c1)>(a1, a1 - c1, 255.0f - c2), top); };
+constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less<decltype(c1)>(top, a1 - c1, a2 - c2), top); };
+constexpr auto hardLight   = RULE() { return capped<decltype(c1)>(c2 <= 128.0f ? c1 * c2 * per128 : less<decltype(c1)>(top, top - c1, 255.0f - c2), top); };
 constexpr auto linearLight = mixed(RULE() { return fused(2.0f * c2 * a1, K, c1) - a1; });
 constexpr auto hardMix     = RULE() { return fused(c2, a1 * K, c1) >= a1 ? a1 : 0.0f; };
 
@@ -96,7 +101,7 @@ constexpr auto linearLightCPixel = [](Word base, Word layer) INLINE -> Word {
 
 // Comparative.
 constexpr auto difference = RULE() { Channel d = fused(-c2, a1 * K, c1); return d < 0.0f ? -d : d; };
-constexpr auto exclusion  = RULE() { return fused(c2, a1 * K, c1) - c1 * c2 * per128; };
+constexpr auto exclusion  = RULE() { return less<decltype(c1)>(fused(c2, a1 * K, c1), c1, c2); };
 constexpr auto subtract   = RULE() { return floored(fused(-c2, a1 * K, c1)); };
 constexpr auto divide     = RULE() {
     Channel quotient = c1 * a1 / straight(c2, a2);
