@@ -255,7 +255,7 @@ CLONES int KorvImageFilter::BitmapVignette(JNIEnv* env, jobject bitmap, jfloatAr
         const float edgeRed = float(edge.at[0]), edgeGreen = float(edge.at[1]), edgeBlue = float(edge.at[2]),
                     ramp = end - start;
         // By strips, which share the distances of their columns.
-        constexpr std::size_t most = 256;
+        constexpr std::size_t most = 1024;
         float columns[most];
         for (std::size_t left = 0; left < pixels.width; left += most) {
             const std::size_t width = pixels.width - left < most ? pixels.width - left : most;

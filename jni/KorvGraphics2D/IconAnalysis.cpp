@@ -106,8 +106,17 @@ CLONES float KorvGraphics2D::getBitmapInvisibleAreaPrecent(JNIEnv* env, jobject 
         for (std::size_t y = 0; y < pixels.height; ++y) {
             const StoredWord* row = pixels.row(y);
             auto visible = [=](Word x) INLINE { return channelOf(row[x], alpha) > threshold; };
+            // Whole groups without a visible pixel, then pixel by pixel.
+            constexpr Word group = 32;
+            auto anyOfGroup = [=](Word from) INLINE {
+                int any = 0;
+                for (Word x = from; x < from + group; ++x) any += visible(x) ? 1 : 0;
+                return any != 0;
+            };
             Word first = 0, end = pixels.width;
+            while (end - first >= group && !anyOfGroup(first)) first += group;
             while (first < end && !visible(first)) ++first;
+            while (end - first >= group && !anyOfGroup(end - group)) end -= group;
             while (end > first && !visible(end - 1)) --end;
             count += pixels.width - (end - first);
         }
