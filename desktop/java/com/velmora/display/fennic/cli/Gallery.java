@@ -42,6 +42,13 @@ final class Gallery implements Callable<Integer> {
         description = "Where index.html and images go (default: ${DEFAULT-VALUE}).")
     private Path out;
 
+    @Option(
+        names = "--figures",
+        paramLabel = "FILE",
+        defaultValue = "${sys:fennic.root:-.}/build/benchmark/figures.csv",
+        description = "What ./benchmark measured, for a chart (default: ${DEFAULT-VALUE}).")
+    private Path figures;
+
     /** A picture, as a file of its own and as the page shows it. */
     record Picture(String name, Bitmap bitmap, byte[] png, byte[] thumbnail) {
         static Picture of(String name, Bitmap bitmap) {
@@ -63,6 +70,7 @@ final class Gallery implements Callable<Integer> {
     public Integer call() {
         Path images = out.resolve("images");
         checkFolder(images);
+        Speeds speeds = Speeds.read(figures);
         List<Subject> subjects = subjects();
         List<Card> cards = new ArrayList<>();
         // Everything is made before anything is written, so that a failing native leaves no torn gallery.
@@ -89,7 +97,7 @@ final class Gallery implements Callable<Integer> {
             for (Picture picture : pictures) {
                 Pngs.write(images.resolve(picture.name + ".png"), picture.png);
             }
-            Pngs.write(out.resolve("index.html"), new Page(subjects, cards).html().getBytes(UTF_8));
+            Pngs.write(out.resolve("index.html"), new Page(subjects, cards, speeds).html().getBytes(UTF_8));
         }
         System.out.println(out.resolve("index.html"));
         return 0;

@@ -21,10 +21,13 @@ final class Page {
 
     private final List<Gallery.Subject> subjects;
     private final List<Gallery.Card> cards;
+    private final Speeds speeds;
 
-    Page(List<Gallery.Subject> subjects, List<Gallery.Card> cards) {
+    /** Without speeds the page says how to measure them. */
+    Page(List<Gallery.Subject> subjects, List<Gallery.Card> cards, Speeds speeds) {
         this.subjects = subjects;
         this.cards = cards;
+        this.speeds = speeds;
     }
 
     String html() {
@@ -40,6 +43,11 @@ final class Page {
             .replace("{{navigation}}", each(families, this::navigation))
             .replace("{{families}}", each(families, this::section))
             .replace("{{measurements}}", subjects.stream().map(this::measurement).collect(joining()))
+            .replace("{{speeds}}", speeds == null ? "<p class=\"legend\"><code>./benchmark</code> adds a chart of speeds here.</p>\n"
+                : """
+                <p class="legend">Millions of pixels a second at 1024 × 1024, one thread, the best of repeated calls; beside the
+                bars the ratio to the fastest peer. Measured on %s.</p>
+                """.formatted(speeds.date()) + speeds.chart())
             .replace("{{machine}}", escaped(processor() + ", Java " + System.getProperty("java.version")))
             .replace("{{date}}", LocalDate.now().toString());
     }
@@ -200,7 +208,7 @@ final class Page {
         return text.toLowerCase(Locale.ROOT).replace(' ', '-');
     }
 
-    private static String escaped(String text) {
+    static String escaped(String text) {
         return text.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;").replace("\"", "&quot;");
     }
 

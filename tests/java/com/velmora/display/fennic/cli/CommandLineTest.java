@@ -55,6 +55,16 @@ class CommandLineTest {
         Files.write(folder.resolve("cut.png"), Arrays.copyOf(whole, whole.length / 2));
         Files.writeString(folder.resolve("text.png"), "not a picture");
         Files.createDirectory(folder.resolve("empty"));
+        Files.writeString(folder.resolve("figures.csv"), """
+            size,peer,op,best_mpx_s,median_mpx_s
+            1024,limit,copy,8000.00,7900.00
+            1024,fennic,multiply,1500.00,1400.00
+            1024,fennic,hue,200.00,190.00
+            192,skia,hue,9.00,8.00
+            1024,skia,multiply,1200.00,1100.00
+            1024,qt,multiply,400.00,300.00
+            """);
+        Files.writeString(folder.resolve("torn.csv"), "size,peer,op,best_mpx_s,median_mpx_s\n1024,fennic,mult");
     }
 
     @ParameterizedTest
@@ -90,6 +100,7 @@ class CommandLineTest {
         "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
         "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
         "gallery --icons gone --out g                                | 1 | gone: no such folder",
+        "gallery --icons . --out g --figures torn.csv                | 1 | torn.csv:2: not size,peer,op",
     })
     void failsWithOneTellingLineAndLeavesNothingBehind(String line, int exitCode, String message) throws Exception {
         List<String> before = contents();
@@ -148,12 +159,15 @@ class CommandLineTest {
         List<String> names = all("(?:BLEND|EFFECT) +(\\S+)", run(folder, "list").out);
         assertTrue(names.containsAll(List.of("darken", "invert")));
 
-        Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery");
+        Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery", "--figures", "figures.csv");
         assertEquals(0, result.exitCode, result.err);
         String page = Files.readString(folder.resolve("gallery/index.html"));
         List<String> cards = all("class=\"card\" id=\"card-([^\"]+)\"", page);
         assertEquals(names.stream().sorted().toList(), cards.stream().sorted().toList());
         assertFalse(Pattern.compile("https?:|@import|(src=\"|url\\()(?!data:)").matcher(page).find(), "the page loads nothing");
+        assertEquals(List.of("fennic 1,500", "skia 1,200", "qt 400"),
+            all("class=\"bar peer-(\\w+\".*>[\\d,]+)</span>", page).stream().map(bar -> bar.replaceAll("\".*>", " ")).toList());
+        assertTrue(page.contains("<b>1.25 ×</b>"), "the ratio to the fastest peer");
         assertFalse(page.contains("{{"), "a slot of the template was left open");
         assertTrue(Pattern.compile("nativeEraseGray\\(bitmap, \\d+, null, null\\);").matcher(page).find(), "a call to copy");
         for (String name : Stream.concat(names.stream(), Stream.of("alpha-low", "alpha-high")).toList()) {
