@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <functional>
 #include <limits>
-#include <regex>
 #include <sstream>
 
 namespace {
@@ -256,64 +255,6 @@ TEST(Filters, EmbossWeighsNineBitmaps) {
     }
 }
 
-// getInfo, lock and unlock of bitmap n as g, l and u; they answer 10 + n, 20 + n, 30 + n where they do not fail.
-const std::string infos = "g1 g2 g2 g4 g5 g6 g7 g8 g9", all = infos + " l1 l2 l3 l4 l5 l6 l7 l8 l9 u1 u2 u3 u4 u5 u6 u7 u8 u9";
-const struct { bool isPair; std::string failing; int result; std::string calls; } failures[] = {
-    {true, "", 32, "g1 g2 l1 l2 u1 u2"},
-    {true, "getInfo 1", -5, "g1"},
-    {true, "getInfo 2", -5, "g1 g2"},
-    {true, "format 1", 12, "g1 g2"},
-    {true, "format 2", 12, "g1 g2"},
-    {true, "size 2", -1, "g1 g2"},
-    {true, "lock 1", -5, "g1 g2 l1"},
-    {true, "lock 2", -5, "g1 g2 l1 l2"},  // the source stays locked
-    {true, "unlock 1", 32, "g1 g2 l1 l2 u1 u2"},
-    {true, "unlock 2", -5, "g1 g2 l1 l2 u1 u2"},
-    {true, "size 1", 32, "g1 g2 l1 l2 u1 u2"},
-    {false, "", 39, all},
-    {false, "getInfo 4", -5, "g1 g2 g2 g4"},
-    {false, "getInfo 3", 39, all},  // the third description is never fetched
-    {false, "format 3", 39, all},
-    {false, "size 3", 39, all},
-    {false, "format 9", 19, infos},
-    {false, "size 5", -1, infos},
-    {false, "lock 5", -5, infos + " l1 l2 l3 l4 l5"},
-    {false, "unlock 9", -5, all},
-    {false, "size 1", 39, all},
-};
-
 // clang-format on
-
-TEST(Filters, AnswerFailuresOfTheirBitmaps) {
-    FakeFloatArray ones{std::vector<float>(9, 1.0f)};
-    for (const auto& [isPair, failing, result, expected] : failures)
-        for (bool isSwirl : {false, true}) {
-            std::vector<FakeBitmap> b(9, picture("1 2 3 | 4 5 6"));
-            std::vector<jobject> o;
-            for (FakeBitmap& bitmap : b) {
-                bitmap.number = 1 + int(o.size());
-                o.push_back(bitmap.object());
-                const bool fails = failing.ends_with(std::to_string(bitmap.number));
-                auto answer = [&](const char* call, int usual) { return fails && failing.starts_with(call) ? -5 : usual; };
-                bitmap.infoResult = answer("getInfo", 10 + bitmap.number);
-                bitmap.lockResult = answer("lock", 20 + bitmap.number);
-                bitmap.unlockResult = answer("unlock", 30 + bitmap.number);
-                if (fails && failing.starts_with("format")) bitmap.info.format = ANDROID_BITMAP_FORMAT_A_8;
-                if (fails && failing.starts_with("size")) bitmap.info.height = 0;
-            }
-            FakeBitmap& written = b[isPair ? 1 : 4];
-            written.set(0, 0, pixel("77"));
-            const FakeBitmap before = written;
-            calls.clear();
-            EXPECT_EQ(!isPair   ? Filter::BitmapEmboss(fakeEnv(), o[0], o[1], o[2], o[3], o[4], o[5], o[6], o[7], o[8], 1, 2,
-                                                       ones.object(), 1)
-                      : isSwirl ? Filter::BitmapSwirl(fakeEnv(), o[0], o[1], 1, 1, 2, 0)
-                                : Filter::BitmapSharpness(fakeEnv(), o[0], o[1], 1),
-                      result)
-                << failing;
-            EXPECT_EQ(std::regex_replace(calls, std::regex(",|(\\w)\\w* "), "$1"), expected) << failing;
-            EXPECT_EQ(written == before, expected.find('u') == std::string::npos || failing == "size 1") << failing;
-        }
-}
 
 }  // namespace

@@ -68,6 +68,14 @@ TEST(IconAnalysis, MeasuresTheShareOutsideTheSilhouette) {
     };
     for (const auto& [bitmap, threshold, expected] : table)
         EXPECT_EQ(outside(bitmap, threshold), expected) << bitmap.info.width << " wide, threshold " << threshold;
+
+    // Wherever the first and the last visible pixel of a row stand.
+    for (unsigned first = 0; first < 101; ++first)
+        for (unsigned last = first; last < 101; ++last) {
+            std::vector<unsigned> values(101);
+            values[first] = values[last] = 9;
+            EXPECT_EQ(outside(alphas(101, values), 8.5f), float(100 - last + first) / 101.0f) << first << " to " << last;
+        }
 }
 
 struct Rect {
@@ -106,6 +114,11 @@ TEST(IconAnalysis, AveragesTheColourOfARectangle) {
     for (std::uint32_t i = 0; i < 33 * 5; ++i) padded.set(i % 33, i / 33, rgba(i, i / 2, 255 - i, 200));
     EXPECT_EQ(average(padded, {1, 1, 31, 3}), (Ints{82, 40, 173, 200}));
     EXPECT_TRUE(padded.guardsIntact());
+    FakeBitmap wide(777, 3);
+    wide.fill(rgba(255, 254, 253, 255));
+    EXPECT_EQ(average(wide, {1, 0, 999, 3}), (Ints{255, 254, 253, 255}));
+    for (std::uint32_t x = 0; x < 777; ++x) wide.set(x, 1, x < 300 ? clear : rgba(0, x % 256, 255, 255));
+    EXPECT_EQ(average(wide, {0, 1, 777, 1}), (Ints{0, 134, 255, 255}));
 
     calls.clear();
     EXPECT_EQ(average(bitmap, {0, 0, 0, 1}), none);

@@ -35,13 +35,21 @@ INLINE inline void averageColour(JNIEnv* env, jobject bitmap, int x, int y, int 
             Word r = 0, g = 0, b = 0, a = 0, n = 0;
             for (std::int64_t row = top; row < bottom; ++row) {
                 const StoredWord* words = pixels.row(std::size_t(row));
-                for (std::int64_t column = left; column < right; ++column) {
-                    Word included = test(words[column] >> alpha) ? 1 : 0, word = included ? words[column] : 0;
-                    r += word >> red & 255;
-                    g += word >> green & 255;
-                    b += word >> blue & 255;
-                    a += word >> alpha;
-                    n += included;
+                // Two channels share the halves of a word, which hold the sums of 256 pixels.
+                constexpr std::int64_t most = 256;
+                for (std::int64_t begin = left; begin < right; begin += most) {
+                    const std::int64_t stop = std::min(begin + most, right);
+                    Word redBlue = 0, greenAlpha = 0;
+                    for (std::int64_t column = begin; column < stop; ++column) {
+                        const Word included = test(words[column] >> alpha) ? 1 : 0, word = included ? words[column] : 0;
+                        redBlue += word & 0x00FF00FF;
+                        greenAlpha += word >> 8 & 0x00FF00FF;
+                        n += included;
+                    }
+                    r += redBlue & 0xFFFF;
+                    g += greenAlpha & 0xFFFF;
+                    b += redBlue >> 16;
+                    a += greenAlpha >> 16;
                 }
             }
             if (n == 0) return {};
