@@ -21,12 +21,12 @@ INLINE inline Channel limited(Value value) {
 inline INLINE Word premultiplied(Channel value, Channel a) { return stored(value * a * K); }
 inline INLINE Word wholePremultiplied(Channel value, Channel a) { return stored(value * (a * K)); }
 
-// The pixel whose channels are formula(straight channel, shift), limited, under its own alpha; where that is 0, so are they.
+// The pixel whose channels are formula(straight channel, shift), limited, under its own alpha.
 template <typename Formula>
 INLINE inline Word filtered(Word word, Formula formula) {
     const Channel a = channelOf(word, alpha);
     auto byte = [&](int c) INLINE {
-        const auto value = formula(visibleStraight(word, c), c);
+        const auto value = formula(wholeStraight(word, c), c);
         return wholePremultiplied(limited(value), a) << c;
     };
     return (word & opacity) | byte(red) | byte(green) | byte(blue);
@@ -34,8 +34,8 @@ INLINE inline Word filtered(Word word, Formula formula) {
 
 inline INLINE Channel luminance(Channel r, Channel g, Channel b) { return fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g)); }
 
-inline INLINE Channel visibleLuminance(Word word) {
-    return luminance(visibleStraight(word, red), visibleStraight(word, green), visibleStraight(word, blue));
+inline INLINE Channel straightLuminance(Word word) {
+    return luminance(wholeStraight(word, red), wholeStraight(word, green), wholeStraight(word, blue));
 }
 
 // ---- Colour ----------------------------------------------------------------------------------------------------------------
@@ -61,7 +61,7 @@ constexpr auto sepia = [](float intensity) INLINE {
 
 constexpr auto saturated = [](float s) INLINE {
     return [s](Word word) INLINE -> Word {
-        const Channel grey = (1.0f - s) * visibleLuminance(word);
+        const Channel grey = (1.0f - s) * straightLuminance(word);
         return filtered(word, [=](Channel c, int) INLINE { return fused(c, s, grey); });
     };
 };
@@ -74,7 +74,7 @@ constexpr auto exposed = [](float factor) INLINE {
 // what the mix keeps is the premultiplied channel, which the alpha then scales a second time.
 constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) INLINE {
     return [=, r = colour[0], g = colour[1], b = colour[2]](Word word) INLINE -> Word {
-        const float Y = visibleLuminance(word), rest = 1.0f - intensity;
+        const float Y = straightLuminance(word), rest = 1.0f - intensity;
         const bool dark = Y < 127.5f;
         const double y = double(dark ? 2.0f * Y : -2.0f * (255.0f - Y)), base = dark ? 0.0 : 255.0;
         const Channel a = channelOf(word, alpha);

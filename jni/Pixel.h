@@ -62,14 +62,9 @@ INLINE inline Channel capped(Channel value, Channel ceiling) {
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
 inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
 
-// The same in whole numbers, c * 255 / a truncated. Quotients of bytes by a are 1 / a apart: half of that, added before the
-// truncation, lets one division serve three channels. Of a transparent pixel this makes an infinity or NaN.
-inline INLINE Channel visibleStraight(Word word, int shift) {
-    const Channel scale = 255.0f / channelOf(word, alpha);
-    return whole(roughly(channelOf(word, shift), scale, scale * (0.5f / 255.0f)));
-}
-
-// And with the channels of a transparent pixel, whose scale would be infinite, taken as they are.
+// The same in whole numbers, c * 255 / a truncated; the channels of a transparent pixel, whose scale would be infinite, are
+// taken as they are. Quotients of bytes by a are 1 / a apart: half of that, added before the truncation, lets one division
+// serve three channels.
 inline INLINE Channel wholeStraight(Word word, int shift) {
     const Channel quotient = 255.0f / channelOf(word, alpha), scale = quotient <= 255.0f ? quotient : 1.0f;
     return whole(roughly(channelOf(word, shift), scale, scale * (0.5f / 255.0f)));
