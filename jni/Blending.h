@@ -7,19 +7,20 @@
 // A rule: one channel from the base's and the layer's channel and alpha. `top` is the result's alpha: a1 unless stated.
 // They are Bytes in a pixel, and Channels where a caller asks for a single channel: then a formula rounds as it stands. Bytes
 // may take a shorter way where all truncated results are the same, which the digests over the whole domain show.
-#define RULE(...)                                                                                                         \
-    [__VA_ARGS__]([[maybe_unused]] auto c1, [[maybe_unused]] auto c2, [[maybe_unused]] auto a1, [[maybe_unused]] auto a2, \
-                  [[maybe_unused]] Channel top) INLINE -> Channel
+#define RULE(...)                                                                                                      \
+    [__VA_ARGS__]<typename Number>([[maybe_unused]] Number c1, [[maybe_unused]] Number c2, [[maybe_unused]] Number a1, \
+                                   [[maybe_unused]] Number a2, [[maybe_unused]] Channel top) INLINE -> Channel
 
 // The layer's share u over what its alpha leaves of the base: (255 - a2) * c1 / 255 + u, no more than the base's alpha.
-inline INLINE Channel over(Channel c1, Channel a1, Channel a2, Channel u) {
-    return clamped(fused((255.0f - a2) * c1, K, u), a1);
+template <typename Number>
+INLINE inline Channel over(Number c1, Number a1, Number a2, Channel u) {
+    return clamped(fused<Number>((255.0f - a2) * c1, K, u), a1);
 }
 
 // The same for a share whole / 255 that bytes cannot make negative: then one product serves the three channels.
 template <typename Number>
 INLINE inline Channel cappedOver(Number c1, Number a1, Number a2, Channel u) {
-    if constexpr (std::is_same_v<Number, Byte>) return capped<Byte>(fused(c1, (255.0f - a2) * K, u), a1);
+    if constexpr (std::is_same_v<Number, Byte>) return capped<Byte>(fused<Byte>(c1, (255.0f - a2) * K, u), a1);
     return over(c1, a1, a2, u);
 }
 

@@ -32,7 +32,9 @@ INLINE inline Word filtered(Word word, Formula formula) {
     return (word & opacity) | byte(red) | byte(green) | byte(blue);
 }
 
-inline INLINE Channel luminance(Channel r, Channel g, Channel b) { return fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g)); }
+inline INLINE Channel luminance(Channel r, Channel g, Channel b) {
+    return fused<Byte>(b, 0.0721f, fused<Byte>(r, 0.2125f, 0.7154f * g));
+}
 
 inline INLINE Channel straightLuminance(Word word) {
     return luminance(wholeStraight(word, red), wholeStraight(word, green), wholeStraight(word, blue));
@@ -46,7 +48,7 @@ constexpr auto sepia = [](float intensity) INLINE {
     return [i = intensity, k = 1.0f - intensity](Word word) INLINE -> Word {
         const Channel r = wholeStraight(word, red), g = wholeStraight(word, green);
         const Channel b = wholeStraight(word, blue), a = channelOf(word, alpha);
-        auto toned = [=](Channel wg, Channel wr, Channel wb) INLINE { return fused(b, wb, fused(r, wr, wg * g)); };
+        auto toned = [=](Channel wg, Channel wr, Channel wb) INLINE { return fused<Byte>(b, wb, fused<Byte>(r, wr, wg * g)); };
         auto mixed = [=](Channel tone, Channel c) INLINE {
             const Channel value = fused(tone, i, k * c), low = value < 255.0f ? value : 255.0f;
             return low > 0.0f ? low : 0.0f;

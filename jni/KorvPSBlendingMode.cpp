@@ -44,9 +44,10 @@ constexpr auto brightness = [](double r, double g, double b) INLINE { return flo
 
 // The blend f of the straight channels a and b under the union alpha `top`: base alone, layer alone and both have the weights
 // a1 (255 - a2), a2 (255 - a1) and a1 a2.
-inline INLINE Channel weighted(Channel a, Channel b, Channel f, Channel a1, Channel a2, Channel top) {
+template <typename Number>
+INLINE inline Channel weighted(Channel a, Channel b, Channel f, Channel a1, Channel a2, Channel top) {
     const Channel wA = (255.0f - a2) * a1, wB = (255.0f - a1) * a2, wAB = a1 * a2, total = wAB + (wB + wA);
-    const Channel mix = fused(clamped(f, 255.0f), wAB / total, fused(a, wA / total, b * (wB / total)));
+    const Channel mix = fused<Number>(clamped(f, 255.0f), wAB / total, fused<Number>(a, wA / total, b * (wB / total)));
     return clamped(clamped(mix, 255.0f) * top * K, top);
 }
 
@@ -54,7 +55,7 @@ template <typename Formula>
 constexpr INLINE auto onStraight(Formula formula) {
     return RULE(formula) {
         const Channel a = straight(c1, a1), b = straight(c2, a2);
-        return weighted(a, b, formula(a, b), a1, a2, top);
+        return weighted<Number>(a, b, formula(a, b), a1, a2, top);
     };
 }
 
@@ -91,7 +92,7 @@ INLINE inline auto withFormula(int mode, Use use) {
 constexpr auto wholeColourOf = [](bool layerWins) INLINE {
     return RULE(layerWins) {
         const Channel a = straight(c1, a1), b = straight(c2, a2);
-        return weighted(a, b, layerWins ? b : a, a1, a2, top);
+        return weighted<Number>(a, b, layerWins ? b : a, a1, a2, top);
     };
 };
 

@@ -59,6 +59,14 @@ INLINE inline Channel capped(Channel value, Channel ceiling) {
     return value < ceiling ? value : ceiling;
 }
 
+// a * b + c, rounded once. What is made of bytes by products with weights and by sums ends above 2^-40, so that double holds
+// it; where quotients take part, the truncated results are those of one rounding all the same, which the digests show.
+template <typename Number>
+INLINE inline Channel fused(Channel a, Channel b, Channel c) {
+    if constexpr (std::is_same_v<Number, Byte>) return fusedInDouble(a, b, c);
+    return fused(a, b, c);
+}
+
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
 inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
 

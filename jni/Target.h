@@ -41,6 +41,9 @@ inline INLINE double fused(double a, double b, double c) { return __builtin_fma(
 // a * b + c where the rounding of the product does not matter.
 inline INLINE float roughly(float a, float b, float c) { return fused(a, b, c); }
 
+// a * b + c, rounded once, where double holds it.
+inline INLINE float fusedInDouble(float a, float b, float c) { return fused(a, b, c); }
+
 #else
 
 // The same from plain operations, which vectorise, after S. Boldo and G. Melquiond, "Emulation of FMA and correctly rounded
@@ -63,15 +66,16 @@ inline INLINE Sum exactProduct(double a, double b) {
     return {product, lowA * lowB - (((product - highA * highB) - lowA * highB) - highA * lowB)};
 }
 
-// a + b rounded to odd: where there is a rest, an even sum steps one unit towards it, so that a further rounding cannot mistake
-// it for a tie. A rest of NaN (infinities) steps nowhere.
+// a + b rounded to odd: where there is a rest, the last place of the sum's neighbour towards zero is set, so that a further
+// rounding cannot mistake it for a tie. That neighbour is the sum itself unless the rest has the other sign. A rest of NaN
+// (infinities) changes nothing.
 inline INLINE double oddSum(double a, double b) {
-    Sum sum = exactSum(a, b);
-    double outward = sum.value < 0 ? -sum.rest : sum.rest;
-    std::int64_t bits;
+    const Sum sum = exactSum(a, b);
+    std::uint64_t bits, restBits;
     std::memcpy(&bits, &sum.value, sizeof bits);
-    std::int64_t step = outward > 0 ? 1 : outward < 0 ? -1 : 0;
-    bits += bits & 1 ? 0 : step;
+    std::memcpy(&restBits, &sum.rest, sizeof restBits);
+    const std::uint64_t inexact = __builtin_fabs(sum.rest) > 0 ? 1 : 0, beyond = (bits ^ restBits) >> 63 & inexact;
+    bits = (bits - beyond) | inexact;
     double odd;
     std::memcpy(&odd, &bits, sizeof odd);
     return odd;
@@ -86,5 +90,6 @@ inline INLINE double fused(double a, double b, double c) {
 }
 
 inline INLINE float roughly(float a, float b, float c) { return a * b + c; }
+inline INLINE float fusedInDouble(float a, float b, float c) { return float(double(a) * double(b) + double(c)); }
 
 #endif

@@ -84,8 +84,7 @@ INLINE inline void crosshatch(Pixels pixels, const Hatch& hatch, Word ink, bool 
     }
 }
 
-// ---- Polka dots
-// --------------------------------------------------------------------------------------------------------------
+// ---- Polka dots ------------------------------------------------------------------------------------------------------------
 
 // The centre of the cell that a column, or row, belongs to, and the column or row inside the bitmap that is nearest to it.
 struct Centre {
@@ -99,8 +98,7 @@ struct Centre {
     }
 };
 
-// ---- Grey and sums
-// -----------------------------------------------------------------------------------------------------------
+// ---- Grey and sums ---------------------------------------------------------------------------------------------------------
 
 // (L - t) * a / (255 - t), which is 255 at most, for luminances L above the threshold t; what comes to nothing vanishes.
 constexpr auto denoised = [](float threshold) INLINE {
@@ -125,7 +123,7 @@ constexpr auto added = RULE() {
     auto whole = [=](Channel c) INLINE { return Channel(int(clamped(c * 255.0f / a1, 65536.0f))); };
     const Channel C1 = whole(c1), C2 = whole(c2), sum = clamped(C1 + C2, 255.0f);
     const Channel wBoth = a1 * a2, wLayer = (255.0f - a1) * a2, wBase = (255.0f - a2) * a1, W = wBoth + wLayer + wBase;
-    const Channel v = fused(wBoth / W, sum, fused(wBase / W, C1, wLayer / W * C2));
+    const Channel v = fused<Number>(wBoth / W, sum, fused<Number>(wBase / W, C1, wLayer / W * C2));
     return clamped(clamped(v, 255.0f) * top * K, top);
 };
 

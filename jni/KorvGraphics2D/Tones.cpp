@@ -18,7 +18,7 @@ constexpr auto desaturated = [](Channel low, Channel span) INLINE {
 constexpr auto mapped = [](Channel scale, Channel base) INLINE {
     return [=](Word word) INLINE -> Word {
         const Channel r = channelOf(word, red), g = channelOf(word, green), b = channelOf(word, blue);
-        const Channel luminance = fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g));
+        const Channel luminance = fused<Byte>(b, 0.0721f, fused<Byte>(r, 0.2125f, 0.7154f * g));
         return grey(wrapped(fused(luminance, scale, base * channelOf(word, alpha))), word);
     };
 };
