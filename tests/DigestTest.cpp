@@ -1,5 +1,6 @@
-// Every blend and effect over bitmaps of all widths from 0 to 40, tight and padded; the same digests on every compiler, level
-// and processor. With FENNIC_RECORD set, the table is written instead: for a change of bytes that is meant.
+// Every blend and effect over bitmaps of all widths from 0 to 40, and of those that are worked on in pieces, tight and padded;
+// the same digests on every compiler, level and processor. With FENNIC_RECORD set, the table is written instead: for a change
+// of bytes that is meant.
 #include "Calls.h"
 #include "Digests.h"
 #include "Listed.h"
@@ -7,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <numeric>
+#include <vector>
 
 namespace {
 
@@ -25,6 +28,8 @@ std::uint32_t pixel(Random& random, DigestTable::Column kind) {
             const unsigned r = extreme(), g = extreme(), b = extreme(), a = extreme();
             return rgba(r, g, b, a);
         }
+        case DigestTable::wide:
+            return pixel(random, random.below(2) ? DigestTable::valid : DigestTable::arbitrary);
         default:
             return random.next();
     }
@@ -33,7 +38,12 @@ std::uint32_t pixel(Random& random, DigestTable::Column kind) {
 std::uint64_t digestOf(const Listed& operation, DigestTable::Column kind) {
     Digest digest;
     Random random(0);
-    for (std::uint32_t width = 0; width <= 40; ++width)
+    std::vector<std::uint32_t> widths{255, 300, 513, 1100};
+    if (kind != DigestTable::wide) {
+        widths.resize(41);
+        std::iota(widths.begin(), widths.end(), 0);
+    }
+    for (std::uint32_t width : widths)
         for (std::uint32_t padding : {0u, 12u}) {
             FakeBitmap base(width, 5, padding), layer(width, 5, 20 - padding);
             for (std::uint32_t y = 0; y < 5; ++y)
@@ -57,7 +67,7 @@ TEST(Digests, AreThoseOfTheTable) {
     std::vector<Listed> operations = listedBlends();
     operations.insert(operations.end(), listedEffects().begin(), listedEffects().end());
     for (const Listed& operation : operations)
-        for (auto kind : {DigestTable::valid, DigestTable::arbitrary, DigestTable::extreme}) {
+        for (auto kind : {DigestTable::valid, DigestTable::arbitrary, DigestTable::extreme, DigestTable::wide}) {
             const std::string digest = DigestTable::text(digestOf(operation, kind));
             if (record)
                 table.at(operation.name, kind) = digest;

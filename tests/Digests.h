@@ -1,6 +1,6 @@
-// The recorded digests of every blend's results, one line each in tests/digests.txt: over bitmaps of valid, arbitrary and
-// extreme pixels, and over the whole domain of valid channels. A build that computes other bytes than the one that recorded
-// them differs.
+// The recorded digests of every operation's results, one line each in tests/digests.txt: over small bitmaps of valid, arbitrary
+// and extreme pixels, of a blend over the whole domain of valid channels, and over wide bitmaps. A build that computes other
+// bytes than the one that recorded them differs.
 #pragma once
 
 #include <array>
@@ -31,7 +31,7 @@ private:
 
 class DigestTable {
 public:
-    enum Column { valid, arbitrary, extreme, domain };
+    enum Column { valid, arbitrary, extreme, domain, wide };
 
     explicit DigestTable(const char* path) : file(path) {
         std::ifstream in(path);
@@ -67,5 +67,5 @@ public:
 private:
     const char* file;
     std::string head;
-    std::map<std::string, std::array<std::string, 4>> rows;
+    std::map<std::string, std::array<std::string, 5>> rows;
 };

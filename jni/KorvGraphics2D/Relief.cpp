@@ -37,7 +37,14 @@ CLONES int KorvGraphics2D::BitmapToEmboss(JNIEnv* env, jobject destination, jobj
 }
 
 CLONES int KorvGraphics2D::EraseGray(JNIEnv* env, jobject bitmap, int threshold, jobject, jobject) {
-    Word results[256];
-    for (Word r = 0; r < 256; ++r) results[r] = matte(r, Word(threshold));
-    return effect(env, bitmap, [&results](Word word) INLINE { return results[word & 255]; });
+    return single(env, bitmap, [=](Pixels pixels) INLINE {
+        auto result = [t = Word(threshold)](Word r) INLINE { return matte(r, t); };
+        // A table of all results costs as much as so many pixels do.
+        constexpr Word tones = 256;
+        if (std::uint64_t(pixels.width) * pixels.height < tones)
+            return forEachPixel(pixels, [=](Word word) INLINE { return result(word & 255); });
+        Word results[tones];
+        for (Word r = 0; r < tones; ++r) results[r] = result(r);
+        forEachPixel(pixels, [&results](Word word) INLINE { return results[word & 255]; });
+    });
 }
