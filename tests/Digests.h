@@ -1,7 +1,9 @@
-// The recorded digests of every operation's results, one line each in tests/digests.txt: over small bitmaps of valid, arbitrary
-// and extreme pixels, of a blend over the whole domain of valid channels, and over wide bitmaps. A build that computes other
-// bytes than the one that recorded them differs.
+// The recorded digests of what calls make of bitmaps, one call a line in tests/digests.txt: over small bitmaps of valid,
+// arbitrary and extreme pixels, of a blend over the whole domain of valid channels, and over wide bitmaps. A build that
+// computes other bytes than the one that recorded them differs.
 #pragma once
+
+#include "Written.h"
 
 #include <array>
 #include <cstdint>
@@ -36,23 +38,35 @@ public:
     explicit DigestTable(const char* path) : file(path) {
         std::ifstream in(path);
         for (std::string line; std::getline(in, line);) {
-            std::istringstream words(line);
-            std::string name;
-            if (line[0] == '#')
+            const std::size_t end = line.find(" : ");
+            if (line[0] == '#' || end == std::string::npos) {
                 head += line + '\n';
-            else if (words >> name)
-                for (std::string& digest : rows[name]) words >> digest;
+                continue;
+            }
+            std::istringstream words(line.substr(end + 3));
+            for (std::string& digest : rows[line.substr(0, end)]) words >> digest;
         }
     }
 
-    std::string& at(const std::string& name, Column column) { return rows[name][column]; }
-    std::size_t size() const { return rows.size(); }
+    std::string& at(const std::string& call, Column column) { return rows.at(call)[column]; }
+
+    std::vector<WrittenCall> calls() const {
+        std::vector<WrittenCall> list;
+        for (const auto& row : rows) list.emplace_back(row.first);
+        return list;
+    }
+
+    std::vector<WrittenCall> blends() const {
+        std::vector<WrittenCall> list = calls();
+        std::erase_if(list, [](const WrittenCall& call) { return call.frame() != Frame::pair; });
+        return list;
+    }
 
     void save() const {
         std::ofstream out(file);
         out << head;
-        for (const auto& [name, digests] : rows) {
-            out << name << std::string(name.size() < 20 ? 20 - name.size() : 1, ' ');
+        for (const auto& [call, digests] : rows) {
+            out << call << " :";
             for (const std::string& digest : digests) out << ' ' << (digest.empty() ? "-" : digest);
             out << '\n';
         }

@@ -1,5 +1,5 @@
 #include "KorvGraphics2D.h"
-#include "Listed.h"
+#include "Written.h"
 
 #include <gtest/gtest.h>
 
@@ -84,13 +84,11 @@ std::size_t leftBehind(const std::string& name, std::size_t fail = 0, int expect
     base.set(0, 0, 0);
     layer.set(1, 0, 0);
     const FakeBitmap before = base;
-    for (const Listed& blend : listedBlends())
-        if (blend.name == name) {
-            allocations = 0;
-            failAt = fail;
-            EXPECT_EQ(blend.run(base, layer), expected) << name << ", failing allocation " << fail;
-            failAt = 0;
-        }
+    const WrittenCall blend(name);
+    allocations = 0;
+    failAt = fail;
+    EXPECT_EQ(blend.run(base, layer), expected) << name << ", failing allocation " << fail;
+    failAt = 0;
     EXPECT_EQ(base.locks + layer.locks, 0);
     const bool stays = fail == 1 && !leakFree;
     EXPECT_TRUE(!stays || base.get(3, 2) == before.get(3, 2)) << "what could not be computed stays";
@@ -101,9 +99,9 @@ std::size_t leftBehind(const std::string& name, std::size_t fail = 0, int expect
 
 TEST(Hue, LeavesItsArraysBehindUnlessBuiltWithoutLeaks) {
     EXPECT_EQ(leftBehind("hue"), leakFree ? 0u : 36u);
-    EXPECT_EQ(leftBehind("mode(7)"), leakFree ? 0u : 10u);
-    EXPECT_EQ(leftBehind("mode(12)"), leakFree ? 0u : 10u);
-    EXPECT_EQ(leftBehind("mode(8)"), 0u);
+    EXPECT_EQ(leftBehind("mode 7"), leakFree ? 0u : 10u);
+    EXPECT_EQ(leftBehind("mode 12"), leakFree ? 0u : 10u);
+    EXPECT_EQ(leftBehind("mode 8"), 0u);
 }
 
 TEST(Hue, ReportsAnAllocationThatFails) {
@@ -116,7 +114,7 @@ TEST(Hue, ReportsAnAllocationThatFails) {
     const int status = leakFree ? 0 : ANDROID_BITMAP_RESULT_ALLOCATION_FAILED;
     for (std::size_t fail : {1u, 2u, 3u, 10u}) leftBehind("hue", fail, status);
     for (std::size_t fail : {1u, 2u, 10u})
-        for (const char* mode : {"mode(7)", "mode(12)"}) leftBehind(mode, fail, status);
+        for (const char* mode : {"mode 7", "mode 12"}) leftBehind(mode, fail, status);
 }
 
 TEST(Hue, GetHsvEndsTheProcessUnlessThereIsNoPixel) {

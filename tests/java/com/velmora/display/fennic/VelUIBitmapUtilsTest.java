@@ -19,10 +19,6 @@ import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Comparator;
 import java.util.List;
-import java.util.Map;
-import java.util.function.BinaryOperator;
-import java.util.function.ToIntBiFunction;
-import java.util.function.ToIntFunction;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
@@ -146,89 +142,6 @@ class VelUIBitmapUtilsTest {
     }
 
     @Test
-    void blendsTheBaseInPlace() {
-        int[] layerBytes = {100, 200, 50, 255, 9, 9, 9, 0};
-        Map<ToIntBiFunction<Bitmap, Bitmap>, int[]> expected = Map.of(
-            VelUIBitmapUtils::nativeBitmapHandle3, new int[] {100, 100, 50, 255, 10, 20, 30, 40},
-            VelUIBitmapUtils::nativeBitmapHandle4, new int[] {78, 78, 9, 255, 10, 20, 30, 40},
-            VelUIBitmapUtils::nativeBitmapHandle5, new int[] {114, 57, 0, 255, 0, 0, 0, 0},
-            (base, layer) -> nativeBitmapHandle6(base, layer, 0), new int[] {44, 44, 100, 255, 11, 21, 31, 40},
-            (base, layer) -> nativeTkPSBlendingMode(base, layer, 4), new int[] {78, 78, 9, 255, 10, 20, 30, 40});
-        expected.forEach((blend, bytes) -> {
-            Bitmap base = bitmap(2, 1, 200, 100, 50, 255, 10, 20, 30, 40), layer = bitmap(2, 1, layerBytes);
-            assertEquals(0, blend.applyAsInt(base, layer));
-            assertArrayEquals(bytes, bytes(base));
-            assertArrayEquals(layerBytes, bytes(layer));
-        });
-    }
-
-    private record Example(ToIntFunction<Bitmap> effect, Bitmap bitmap, int... expected) {}
-
-    private static Bitmap pixel(int... bytes) {
-        return bitmap(1, 1, bytes);
-    }
-
-    private static Bitmap grey(int level) {
-        return pixel(level, level, level, 255);
-    }
-
-    /** Numbers that would show if two of a native's parameters were exchanged. */
-    @Test
-    void effectsAndFiltersWorkInPlace() {
-        float[] kernel = {9, 1, 8, 2, 7, 3, 6, 4, 5};
-        var examples = List.of(
-            new Example(b -> nativeChannelThrough(b, pixel(128, 0, 0, 255)), pixel(255, 100, 1, 200), 128, 50, 0, 100),
-            new Example(b -> nativeChannelThrough2(b, pixel(0, 0, 0, 255)), pixel(1, 2, 254, 255), 1, 2, 254, 255),
-            new Example(b -> nativeChannelThrough3(b), pixel(255, 255, 255, 255), 0, 0, 0, 0),
-            new Example(b -> nativePickUpChannel(b, 1), pixel(10, 20, 30, 255), 20, 20, 20, 255),
-            new Example(b -> nativeToBitReverse(b), pixel(10, 20, 30, 40), 30, 20, 10, 40),
-            new Example(b -> nativeBitmapContort(b, 7), pixel(10, 20, 30, 40), 245, 235, 225, 40),
-            new Example(b -> nativeBitmapGrapMapping(b, 40, 200), pixel(0, 0, 0, 255), 40, 40, 40, 255),
-            new Example(b -> nativeBitmapPSDesaturate(b, 40, 200), pixel(0, 0, 0, 255), 40, 40, 40, 255),
-            new Example(b -> nativeToComicGray(b), pixel(100, 20, 250, 255), 255, 227, 45, 255),
-            new Example(b -> nativeBitmapSetAlphaPercentage(b, 0.5f), pixel(255, 128, 0, 255), 127, 64, 0, 127),
-            new Example(b -> nativeBitmapSetBlackAndWhite(b, 200), pixel(100, 100, 100, 128), 0, 0, 0, 128),
-            new Example(b -> nativeBitmapCrosshatch(b, 1, 9, 0x102030, false, 0.5), grey(90), 16, 32, 48, 255),
-            new Example(b -> nativeBitmapCrosshatch(b, 1, 0, 0x102030, false, 0.5), grey(90), 255, 255, 255, 255),
-            new Example(b -> nativeBitmapCrosshatch(b, 1, 0, 0x102030, true, 0.5), grey(90), 0, 0, 0, 0),
-            new Example(b -> nativeBitmapDenoise(b, 55), grey(155), 127, 127, 127, 255),
-            new Example(b -> nativeBitmapAdd(b, 7), pixel(10, 200, 30, 255), 200, 200, 200, 255),
-            new Example(b -> nativeBitmapAdd2(b, pixel(100, 200, 0, 255)), grey(100), 200, 255, 100, 255),
-            new Example(b -> nativeBitmapPolkaDot(b, 2, 9, 0.1f), bitmap(2, 1, 1, 2, 3, 4, 5, 6, 7, 8), 0, 0, 0, 0, 0, 0, 0, 0),
-            new Example(b -> nativeBitmapPolkaDot(b, 1, 9, 0.1f), bitmap(2, 1, 1, 2, 3, 4, 5, 6, 7, 8), 1, 2, 3, 4, 5, 6, 7, 8),
-            new Example(b -> nativeEraseGray(b, 100, b, null), pixel(200, 9, 9, 9), 114, 114, 114, 114),
-            new Example(b -> nativeToEmboss(b, pixel(255, 0, 10, 9), pixel(0, 255, 20, 9)), pixel(1, 2, 3, 77),
-                255, 0, 118, 77),
-            new Example(b -> nativeImageFilter0(grey(1), grey(2), grey(3), grey(4), b, grey(6), grey(7), grey(8), grey(9), 1, 2,
-                kernel, 0.5f), grey(5), 125, 125, 125, 255),
-            new Example(b -> nativeImageFilter1(bitmap(2, 1, 100, 50, 25, 255, 9, 9, 9, 0), b, 0.25f), bitmap(2, 1),
-                197, 97, 47, 255, 0, 0, 0, 0),
-            new Example(b -> nativeImageFilter2(b, 2, 1, 1),
-                bitmap(2, 2, 1, 1, 1, 255, 2, 2, 2, 255, 3, 3, 3, 255, 4, 4, 4, 255),
-                1, 1, 1, 255, 1, 1, 1, 255, 3, 3, 3, 255, 3, 3, 3, 255),
-            new Example(b -> nativeImageFilter2(b, 1, 2, 1),
-                bitmap(2, 2, 1, 1, 1, 255, 2, 2, 2, 255, 3, 3, 3, 255, 4, 4, 4, 255),
-                1, 1, 1, 255, 2, 2, 2, 255, 2, 2, 2, 255, 2, 2, 2, 255),
-            new Example(b -> nativeImageFilter3(b, 1), grey(255), 228, 255, 94, 255),
-            new Example(b -> nativeImageFilter4(b, 0), bitmap(2, 1, 100, 50, 25, 255, 100, 50, 25, 255),
-                100, 50, 25, 255, 200, 100, 50, 255),
-            new Example(b -> nativeImageFilter5(b, 2), pixel(200, 100, 50, 255), 255, 82, 0, 255),
-            new Example(b -> nativeImageFilter6(b, 1), pixel(100, 50, 25, 128), 128, 99, 49, 128),
-            new Example(b -> nativeImageFilter7(b, new float[] {153, 115, 77}, 1), pixel(100, 50, 25, 128), 69, 52, 35, 128),
-            new Example(b -> nativeImageFilter8(b, new float[] {-1, -1}, new int[] {255, 255, 255}, 0, 0.1f), grey(9),
-                255, 255, 0, 255),
-            new Example(b -> nativeImageFilter9(b, 0.2f, 0), bitmap(1, 2, 200, 100, 50, 255, 255, 255, 255, 255),
-                186, 61, 0, 255, 255, 255, 255, 255),
-            new Example(b -> nativeImageFilter10(bitmap(3, 1, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3), b, 0, 0, 10,
-                Math.PI / 8 / 0.81), bitmap(3, 1), 1, 1, 1, 1, 0, 0, 0, 0, 3, 3, 3, 3));
-        for (int i = 0; i < examples.size(); i++) {
-            var example = examples.get(i);
-            assertEquals(0, example.effect().applyAsInt(example.bitmap()), "example " + i);
-            assertArrayEquals(example.expected(), bytes(example.bitmap()), "example " + i);
-        }
-    }
-
-    @Test
     void badBitmapsGetTheirStatusAndChangeNothing() throws Throwable {
         Bitmap recycled = bitmap(2, 2), small = bitmap(1, 2), other = Bitmap.createBitmap(4, 4, Bitmap.Config.RGB_565);
         recycled.recycle();
@@ -344,19 +257,11 @@ class VelUIBitmapUtilsTest {
         assertEquals(status, child.start().waitFor(), Files.readString(output));
     }
 
-    /** A float, a boolean and an int that reach the method bit for bit give results that no default would give. */
     @Test
-    void argumentsArriveUnchanged() {
+    void aThresholdArrivesBitForBit() {
         Bitmap faint = bitmap(2, 1, 0, 0, 0, 100, 0, 0, 0, 101);
         assertEquals(1, nativeGetBitmapInvisibleAreaPrecent(faint, Float.NaN));
         assertEquals(0.5f, nativeGetBitmapInvisibleAreaPrecent(faint, 100));
         assertEquals(0, nativeGetBitmapInvisibleAreaPrecent(faint, Math.nextDown(100f)));
-        BinaryOperator<Integer> burn = (value, offset) -> {
-            Bitmap base = bitmap(1, 1, value, value, value, 255);
-            nativeBitmapHandle6(base, bitmap(1, 1), offset);
-            return bytes(base)[0];
-        };
-        assertEquals(200 + 17, burn.apply(200, -17));
-        assertEquals(200 - 17, burn.apply(200, 17));
     }
 }
