@@ -21,6 +21,12 @@ struct Pixels {
     INLINE StoredWord* row(std::size_t y) const { return reinterpret_cast<StoredWord*>(first + y * stride); }
 };
 
+// Whether two areas of memory share no byte.
+inline INLINE bool areApart(const void* first1, std::uint64_t length1, const void* first2, std::uint64_t length2) {
+    const auto begin1 = std::uintptr_t(first1), begin2 = std::uintptr_t(first2);
+    return begin1 + length1 <= begin2 || begin2 + length2 <= begin1;
+}
+
 // A bitmap of one call with its description, all zero until it is known.
 struct Bitmap {
     JNIEnv* env;

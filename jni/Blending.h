@@ -132,9 +132,8 @@ INLINE inline int blendInEights(JNIEnv* env, jobject base, jobject layer, PixelR
         for (std::size_t y = 0; y < pixels1.height; ++y) {
             StoredWord* row1 = pixels1.row(y);
             const StoredWord* row2 = pixels2.row(y);
-            const auto begin1 = std::uintptr_t(row1), begin2 = std::uintptr_t(row2), length = 4 * std::uintptr_t(pixels1.width);
-            const bool apart = begin1 + length <= begin2 || begin2 + length <= begin1;
-            const std::size_t eights = apart ? pixels1.width / 8 * 8 : 0;
+            const std::uint64_t length = 4ull * pixels1.width;
+            const std::size_t eights = areApart(row1, length, row2, length) ? pixels1.width / 8 * 8 : 0;
             for (std::size_t x = 0; x < eights; ++x) row1[x] = rule(row1[x], row2[x]);
             for (std::size_t x = eights; x < pixels1.width; ++x) row1[x] = rest(row1[x], row2[x]);
         }

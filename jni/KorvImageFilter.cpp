@@ -93,11 +93,11 @@ constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) INLINE {
 struct Sharpened {
     float s, w;
 
-    // Deliberate: the centre is taken premultiplied.
-    INLINE Word operator()(Word centre, Word left, Word up, Word right, Word down) const {
+    // The neighbours give a straight channel each. Deliberate: the centre is taken premultiplied.
+    INLINE Word operator()(Word centre, auto left, auto up, auto right, auto down) const {
         const Channel a = channelOf(centre, alpha);
         auto byte = [=, this](int c) INLINE {
-            auto less = [=, this](Channel v, Word neighbour) INLINE { return fused(-wholeStraight(neighbour, c), s, v); };
+            auto less = [=, this](Channel v, auto neighbour) INLINE { return fused(-neighbour(c), s, v); };
             const Channel v = less(less(less(less(channelOf(centre, c) * w, left), up), right), down);
             return wholePremultiplied(limited(v), a) << c;
         };
@@ -107,6 +107,57 @@ struct Sharpened {
 
 // The pixels of a bitmap as one packed array, whatever its stride.
 INLINE inline StoredWord* packed(Pixels pixels) { return pixels.row(0); }
+
+// A neighbour outside of the bitmap counts as 0. Where bitmaps share memory, neighbours may be sharp already.
+INLINE inline void sharpenInPlace(Pixels from, Pixels to, Sharpened sharpened) {
+    const std::int64_t width = from.width, height = from.height;
+    const StoredWord* const words = packed(from);
+    for (std::int64_t y = 0; y < height; ++y)
+        for (std::int64_t x = 0; x < width; ++x) {
+            auto neighbour = [=](std::int64_t dx, std::int64_t dy) INLINE {
+                const bool isInside = x + dx >= 0 && x + dx < width && y + dy >= 0 && y + dy < height;
+                const Word word = isInside ? words[(y + dy) * width + x + dx] : 0;
+                return [=](int c) INLINE { return wholeStraight(word, c); };
+            };
+            to.row(std::size_t(y))[x] =
+                sharpened(words[y * width + x], neighbour(-1, 0), neighbour(0, -1), neighbour(1, 0), neighbour(0, 1));
+        }
+}
+
+// The same by strips, whose last three rows of straight channels are kept, with a column more on both sides.
+INLINE inline void sharpenApart(Pixels from, Pixels to, Sharpened sharpened) {
+    const std::int64_t width = from.width, height = from.height;
+    const StoredWord* const words = packed(from);
+    constexpr std::int64_t most = 512;
+    struct Straight {
+        float channels[3][most + 2];
+    };
+    for (std::int64_t left = 0; left < width; left += most) {
+        const std::int64_t right = left + most < width ? left + most : width;
+        const std::int64_t first = left > 0 ? left - 1 : 0, last = right < width ? right + 1 : width;
+        Straight kept[3];
+        auto clear = [=](Straight& straight) INLINE {
+            for (float(&channel)[most + 2] : straight.channels)
+                for (std::int64_t i = 0; i < right - left + 2; ++i) channel[i] = 0.0f;
+        };
+        for (Straight& each : kept) clear(each);
+        for (std::int64_t y = -1; y < height; ++y) {
+            const Straight &above = kept[(y + 2) % 3], &here = kept[(y + 3) % 3];
+            Straight& below = kept[(y + 1) % 3];
+            if (y + 1 == height) clear(below);
+            for (std::int64_t x = first; y + 1 < height && x < last; ++x)
+                for (int c : {red, green, blue})
+                    below.channels[c / 8][x - left + 1] = wholeStraight(words[(y + 1) * width + x], c);
+            if (y < 0) continue;
+            StoredWord* row = to.row(std::size_t(y)) + left;
+            for (std::int64_t x = 0; x < right - left; ++x) {
+                auto at = [=](const Straight& straight, std::int64_t dx)
+                              INLINE { return [=, &straight](int c) INLINE { return straight.channels[c / 8][x + 1 + dx]; }; };
+                row[x] = sharpened(words[y * width + left + x], at(here, -1), at(above, 0), at(here, 1), at(below, 0));
+            }
+        }
+    }
+}
 
 // at - at / size * size with a quotient that truncates, and is 0 where size is.
 INLINE inline std::int64_t remainder(std::int64_t at, int size) { return size == 0 ? at : at % size; }
@@ -281,27 +332,13 @@ CLONES int KorvImageFilter::BitmapSharpness(JNIEnv* env, jobject source, jobject
     auto fits = [](const Bitmap& from, const Bitmap& to)
                     INLINE { return from.isSound() && to.holds(from.info.width, from.info.height, from.info.stride); };
     return pairWithoutRelease(env, source, destination, fits, [=](Pixels from, Pixels to) INLINE {
-        const std::int64_t width = from.width, height = from.height;
-        const StoredWord* const words = packed(from);
         const Sharpened sharpened{sharpness, float(fused(double(sharpness), 4.0, 1.0))};
         to.stride = from.stride;
-        for (std::int64_t y = 0; y < height; ++y) {
-            StoredWord* row = to.row(std::size_t(y));
-            const StoredWord* centre = words + y * width;
-            // A neighbour outside of the bitmap counts as 0.
-            auto atEdge = [=](std::int64_t x) INLINE {
-                row[x] = sharpened(centre[x], x > 0 ? centre[x - 1] : 0, y > 0 ? centre[x - width] : 0,
-                                   x + 1 < width ? centre[x + 1] : 0, y + 1 < height ? centre[x + width] : 0);
-            };
-            if (y == 0 || y + 1 == height || width < 3) {
-                for (std::int64_t x = 0; x < width; ++x) atEdge(x);
-                continue;
-            }
-            atEdge(0);
-            for (std::int64_t x = 1; x < width - 1; ++x)
-                row[x] = sharpened(centre[x], centre[x - 1], centre[x - width], centre[x + 1], centre[x + width]);
-            atEdge(width - 1);
-        }
+        const std::uint64_t size = std::uint64_t(from.stride) * from.height;
+        if (areApart(from.first, size, to.first, size))
+            sharpenApart(from, to, sharpened);
+        else
+            sharpenInPlace(from, to, sharpened);
     });
 }
 

@@ -25,4 +25,13 @@ TEST(Filters, SomeTakeRowsAsPackedWhateverTheStride) {
     EXPECT_EQ(toString(to.get(0, 1)), toString(rgba(3, 3, 3, 255)));
 }
 
+TEST(Filters, SharpnessInPlaceGoesOnWithSharpNeighbours) {
+    FakeBitmap bitmap(2, 2);
+    bitmap.fill(rgba(100, 100, 100, 255));
+    EXPECT_EQ(Filter::BitmapSharpness(fakeEnv(), bitmap.object(), bitmap.object(), 0.25f), 0);
+    const unsigned expected[2][2] = {{150, 137}, {137, 131}};  // 200 less a quarter of two neighbours
+    for (std::size_t y = 0; y < 2; ++y)
+        for (std::size_t x = 0; x < 2; ++x) EXPECT_EQ(bitmap.get(x, y) & 255, expected[y][x]) << x << ", " << y;
+}
+
 }  // namespace
