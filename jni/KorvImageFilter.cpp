@@ -128,7 +128,7 @@ INLINE inline void sharpenInPlace(Pixels from, Pixels to, Sharpened sharpened) {
 INLINE inline void sharpenApart(Pixels from, Pixels to, Sharpened sharpened) {
     const std::int64_t width = from.width, height = from.height;
     const StoredWord* const words = packed(from);
-    constexpr std::int64_t most = 512;
+    constexpr std::int64_t most = 1024;
     struct Straight {
         float channels[3][most + 2];
     };

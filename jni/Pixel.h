@@ -59,8 +59,8 @@ INLINE inline Channel capped(Channel value, Channel ceiling) {
     return value < ceiling ? value : ceiling;
 }
 
-// a * b + c, rounded once. What is made of bytes by products with weights and by sums ends above 2^-40, so that double holds
-// it; where quotients take part, the truncated results are those of one rounding all the same, which the digests show.
+// a * b + c, rounded once. What products with weights and sums make of bytes has no binary place below 2^-40, so that double
+// holds it; where quotients take part, the truncated results are those of one rounding all the same, which the digests show.
 template <typename Number>
 INLINE inline Channel fused(Channel a, Channel b, Channel c) {
     if constexpr (std::is_same_v<Number, Byte>) return fusedInDouble(a, b, c);
