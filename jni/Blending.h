@@ -7,9 +7,9 @@
 // A rule: one channel from the base's and the layer's channel and alpha. `top` is the result's alpha: a1 unless stated.
 // They are Bytes in a pixel, and Channels where a caller asks for a single channel: then a formula rounds as it stands. Bytes
 // may take a shorter way where all truncated results are the same, which the digests over the whole domain show.
-#define RULE(...)                                                                                                      \
-    [__VA_ARGS__]<typename Number>([[maybe_unused]] Number c1, [[maybe_unused]] Number c2, [[maybe_unused]] Number a1, \
-                                   [[maybe_unused]] Number a2, [[maybe_unused]] Channel top) INLINE -> Channel
+#define RULE(...)                                                                                                         \
+    [__VA_ARGS__]([[maybe_unused]] auto c1, [[maybe_unused]] auto c2, [[maybe_unused]] auto a1, [[maybe_unused]] auto a2, \
+                  [[maybe_unused]] Channel top) INLINE -> Channel
 
 // The layer's share u over what its alpha leaves of the base: (255 - a2) * c1 / 255 + u, no more than the base's alpha.
 template <typename Number>

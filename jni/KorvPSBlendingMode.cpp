@@ -55,7 +55,7 @@ template <typename Formula>
 constexpr INLINE auto onStraight(Formula formula) {
     return RULE(formula) {
         const Channel a = straight(c1, a1), b = straight(c2, a2);
-        return weighted<Number>(a, b, formula(a, b), a1, a2, top);
+        return weighted<decltype(c1)>(a, b, formula(a, b), a1, a2, top);
     };
 }
 
@@ -92,7 +92,7 @@ INLINE inline auto withFormula(int mode, Use use) {
 constexpr auto wholeColourOf = [](bool layerWins) INLINE {
     return RULE(layerWins) {
         const Channel a = straight(c1, a1), b = straight(c2, a2);
-        return weighted<Number>(a, b, layerWins ? b : a, a1, a2, top);
+        return weighted<decltype(c1)>(a, b, layerWins ? b : a, a1, a2, top);
     };
 };
 

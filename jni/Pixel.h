@@ -67,6 +67,9 @@ INLINE inline Channel fused(Channel a, Channel b, Channel c) {
     return fused(a, b, c);
 }
 
+// A product of bytes and K, added to a byte.
+inline INLINE Channel fused(Channel a, Channel b, Byte c) { return fused<Byte>(a, b, c); }
+
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
 inline INLINE Channel straight(Channel c, Channel a) { return c * 255.0f / a; }
 

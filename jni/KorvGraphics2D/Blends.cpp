@@ -27,7 +27,7 @@ INLINE inline Channel less(Channel from, Channel c, Channel d) {
 
 // Darkening.
 constexpr auto darken      = RULE() { return cappedOver(c1, a1, a2, (c1 < c2 ? c1 : c2) * a2 * K); };
-constexpr auto multiply    = RULE() { return capped<Number>(fused<Number>((255.0f - a2) * c1, K, c1 * c2 * a2 * K * K), a1); };
+constexpr auto multiply    = RULE() { return capped<decltype(c1)>(fused<decltype(c1)>((255.0f - a2) * c1, K, c1 * c2 * a2 * K * K), a1); };
 constexpr auto colorBurn   = RULE() { return clamped(c1 - (a1 - c1) * (255.0f - c2) / c2, top); };
 constexpr auto colorBurnB  = RULE() { return clamped(a2 * K * (c1 - (a2 - c2) * (a1 - c1) / c2), top); };
 constexpr auto darkerColor = wholeColour([](Channel layer, Channel base) INLINE { return layer > base; });
@@ -36,7 +36,7 @@ constexpr auto darkerColor = wholeColour([](Channel layer, Channel base) INLINE 
 // is no ceiling, so that a small offset wraps.
 constexpr auto linearBurn = [](Channel offset) INLINE {
     return RULE(offset) {
-        Channel s = a1 * K, r = fused(-offset, s, fused<Number>(c2, s, c1));
+        Channel s = a1 * K, r = fused(-offset, s, fused(c2, s, c1));
         return r < s ? s : r;
     };
 };
@@ -44,7 +44,7 @@ constexpr auto linearBurn = [](Channel offset) INLINE {
 // Lightening.
 constexpr auto lighten      = RULE() { Channel v = a1 * K * c2; return v < c1 ? c1 : v; };
 constexpr auto screen       = mixed(RULE() { return a1 - (a1 - c1) * (a2 - c2) / a1; });
-constexpr auto linearDodge  = RULE() { Channel r = fused<Number>(c2, a1 * K, c1); return r < a1 ? r : a1; };
+constexpr auto linearDodge  = RULE() { Channel r = fused(c2, a1 * K, c1); return r < a1 ? r : a1; };
 constexpr auto lighterColor = wholeColour([](Channel layer, Channel base) INLINE { return layer < base; });
 
 // min(c1 + n2 * c1 / (255 - c2), a1) with an integer quotient, n2 being c2. Deliberate: blue takes the layer's red as n2.
@@ -60,11 +60,11 @@ constexpr auto colorDodge = [](Word base, Word layer) INLINE -> Word {
 };
 
 // Contrast.
-constexpr auto overlay     = RULE() { return capped<Number>(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less<Number>(a1, a1 - c1, 255.0f - c2), top); };
-constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less<Number>(top, a1 - c1, a2 - c2), top); };
-constexpr auto hardLight   = RULE() { return capped<Number>(c2 <= 128.0f ? c1 * c2 * per128 : less<Number>(top, top - c1, 255.0f - c2), top); };
-constexpr auto linearLight = mixed(RULE() { return fused<Number>(2.0f * c2 * a1, K, c1) - a1; });
-constexpr auto hardMix     = RULE() { return fused<Number>(c2, a1 * K, c1) >= a1 ? a1 : 0.0f; };
+constexpr auto overlay     = RULE() { return capped<decltype(c1)>(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less<decltype(c1)>(a1, a1 - c1, 255.0f - c2), top); };
+constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less<decltype(c1)>(top, a1 - c1, a2 - c2), top); };
+constexpr auto hardLight   = RULE() { return capped<decltype(c1)>(c2 <= 128.0f ? c1 * c2 * per128 : less<decltype(c1)>(top, top - c1, 255.0f - c2), top); };
+constexpr auto linearLight = mixed(RULE() { return fused(2.0f * c2 * a1, K, c1) - a1; });
+constexpr auto hardMix     = RULE() { return fused(c2, a1 * K, c1) >= a1 ? a1 : 0.0f; };
 
 constexpr auto overlayC = RULE() {
     Channel d = a2 != 0.0f ? straight(c2, a2) : 0.0f;
@@ -90,7 +90,7 @@ constexpr auto pinLight = RULE() {
 constexpr auto linearLightC = RULE() {
     Channel wBoth = a1 * a2, wBase = (255.0f - a2) * a1, wLayer = (255.0f - a1) * a2, total = wBoth + (wLayer + wBase);
     Channel b = straight(c1, a1), s = straight(c2, a2), f = clamped(2.0f * s + b - 255.0f, 255.0f);
-    Channel mix = fused<Number>(f, wBoth / total, fused<Number>(b, wBase / total, s * (wLayer / total)));
+    Channel mix = fused<decltype(c1)>(f, wBoth / total, fused<decltype(c1)>(b, wBase / total, s * (wLayer / total)));
     return clamped(top * clamped(mix, 255.0f) * K, top);
 };
 
@@ -100,9 +100,9 @@ constexpr auto linearLightCPixel = [](Word base, Word layer) INLINE -> Word {
 };
 
 // Comparative.
-constexpr auto difference = RULE() { Channel d = fused<Number>(-c2, a1 * K, c1); return d < 0.0f ? -d : d; };
-constexpr auto exclusion  = RULE() { return less<Number>(fused<Number>(c2, a1 * K, c1), c1, c2); };
-constexpr auto subtract   = RULE() { return floored(fused<Number>(-c2, a1 * K, c1)); };
+constexpr auto difference = RULE() { Channel d = fused(-c2, a1 * K, c1); return d < 0.0f ? -d : d; };
+constexpr auto exclusion  = RULE() { return less<decltype(c1)>(fused(c2, a1 * K, c1), c1, c2); };
+constexpr auto subtract   = RULE() { return floored(fused(-c2, a1 * K, c1)); };
 constexpr auto divide     = RULE() {
     Channel quotient = c1 * a1 / straight(c2, a2);
     return c1 == 0.0f && c2 == 0.0f ? 0.0f : over(c1, a1, a2, c2 != 0.0f ? quotient * a2 * K : a2);

@@ -123,7 +123,7 @@ constexpr auto added = RULE() {
     auto whole = [=](Channel c) INLINE { return Channel(int(clamped(c * 255.0f / a1, 65536.0f))); };
     const Channel C1 = whole(c1), C2 = whole(c2), sum = clamped(C1 + C2, 255.0f);
     const Channel wBoth = a1 * a2, wLayer = (255.0f - a1) * a2, wBase = (255.0f - a2) * a1, W = wBoth + wLayer + wBase;
-    const Channel v = fused<Number>(wBoth / W, sum, fused<Number>(wBase / W, C1, wLayer / W * C2));
+    const Channel v = fused<decltype(c1)>(wBoth / W, sum, fused<decltype(c1)>(wBase / W, C1, wLayer / W * C2));
     return clamped(clamped(v, 255.0f) * top * K, top);
 };
 

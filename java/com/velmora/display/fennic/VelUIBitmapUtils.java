@@ -784,7 +784,8 @@ public final class VelUIBitmapUtils {
      * byte, so that a translucent pixel is premultiplied twice.
      *
      * <p>The source is taken for a bitmap without row padding, and the destination for one with the source's bytes per row.
-     * Where the destination cannot be locked, its error is the status and the source stays locked.
+     * Where the destination cannot be locked, its error is the status and the source stays locked. Given one bitmap for both,
+     * the neighbours to the left and above are sharp already.
      *
      * @param source the bitmap that is read
      * @param destination the bitmap that is written, alpha included
