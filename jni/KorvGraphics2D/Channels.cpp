@@ -31,9 +31,8 @@ CLONES int KorvGraphics2D::ChannelThrough2(JNIEnv* env, jobject base, jobject ma
 
 CLONES int KorvGraphics2D::ChannelThrough3(JNIEnv* env, jobject bitmap) {
     return singleByFormat(env, bitmap, [](Pixels pixels) INLINE {
-        // White is as bright as its alpha in every channel: all four bytes are equal. Where alpha is 0 already, colour bytes
-        // stay.
-        forEachPixel(pixels, ifVisible([](Word word) INLINE -> Word { return (word ^ word >> 8) & ~opacity ? word : 0; }));
+        // White is as bright as its alpha in every channel: all four bytes are equal. Where alpha is 0, colour bytes stay.
+        forEachPixel(pixels, [](Word word) INLINE -> Word { return (word ^ word >> 8) & ~opacity ? word : 0; });
     });
 }
 
