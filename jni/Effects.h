@@ -35,6 +35,11 @@ struct Weights {
 };
 inline constexpr Weights brightnessWeights{0.299, 0.587, 0.114}, luminanceWeights{0.2125, 0.7154, 0.0721};
 
+// Luminance in float, of whole numbers.
+inline INLINE Channel luminance(Channel r, Channel g, Channel b) {
+    return fused<Byte>(b, 0.0721f, fused<Byte>(r, 0.2125f, 0.7154f * g));
+}
+
 // The weighted sum of a pixel's channels, green first. The definition rounds as fused multiply-adds do; for bytes the
 // sums of rounded products give the same floats, before and after the factor 255 / a, which a test shows over all of them.
 inline INLINE double weightedSum(Word word, Weights w) {

@@ -32,10 +32,6 @@ INLINE inline Word filtered(Word word, Formula formula) {
     return (word & opacity) | byte(red) | byte(green) | byte(blue);
 }
 
-inline INLINE Channel luminance(Channel r, Channel g, Channel b) {
-    return fused<Byte>(b, 0.0721f, fused<Byte>(r, 0.2125f, 0.7154f * g));
-}
-
 inline INLINE Channel straightLuminance(Word word) {
     return luminance(wholeStraight(word, red), wholeStraight(word, green), wholeStraight(word, blue));
 }

@@ -67,7 +67,7 @@ INLINE inline Channel fused(Channel a, Channel b, Channel c) {
     return fused(a, b, c);
 }
 
-// A product of bytes and K, added to a byte.
+// A product of bytes and K, added to a byte; a byte that joins any other sum has to be made a Channel first.
 inline INLINE Channel fused(Channel a, Channel b, Byte c) { return fused<Byte>(a, b, c); }
 
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.

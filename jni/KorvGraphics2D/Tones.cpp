@@ -17,9 +17,8 @@ constexpr auto desaturated = [](Channel low, Channel span) INLINE {
 // The same from the luminance.
 constexpr auto mapped = [](Channel scale, Channel base) INLINE {
     return [=](Word word) INLINE -> Word {
-        const Channel r = channelOf(word, red), g = channelOf(word, green), b = channelOf(word, blue);
-        const Channel luminance = fused<Byte>(b, 0.0721f, fused<Byte>(r, 0.2125f, 0.7154f * g));
-        return grey(wrapped(fused(luminance, scale, base * channelOf(word, alpha))), word);
+        const Channel Y = luminance(channelOf(word, red), channelOf(word, green), channelOf(word, blue));
+        return grey(wrapped(fused(Y, scale, base * channelOf(word, alpha))), word);
     };
 };
 

@@ -28,7 +28,7 @@ abstract class Change implements Callable<Integer> {
         description = "The PNG to write; it may be the one to change.")
     private Path out;
 
-    @Spec private CommandSpec spec;
+    @Spec private CommandSpec model;
 
     Change(String kind) {
         this.kind = kind;
@@ -46,9 +46,9 @@ abstract class Change implements Callable<Integer> {
                     operation.choices().stream().map(p -> "--" + p.name() + "=" + p.initial()).collect(joining(" ")));
             }
         }
-        names().forEach(name -> spec.addOption(OptionSpec.builder("--" + name).type(String.class).hidden(true).build()));
-        spec.usageMessage().footerHeading("%nParameters, as they are if left out:%n");
-        spec.usageMessage().footer(new Help(spec).createTextTable(takers).toString().split("\n"));
+        names().forEach(name -> model.addOption(OptionSpec.builder("--" + name).type(String.class).hidden(true).build()));
+        model.usageMessage().footerHeading("%nParameters, as they are if left out:%n");
+        model.usageMessage().footer(new Help(model).createTextTable(takers).toString().split("\n"));
     }
 
     /** The layer is null where the kind takes none. */
@@ -59,7 +59,7 @@ abstract class Change implements Callable<Integer> {
             operation = Operation.named(kind, name);
             values = values(operation);
         } catch (IllegalArgumentException e) {
-            throw new ParameterException(spec.commandLine(), e.getMessage());
+            throw new ParameterException(model.commandLine(), e.getMessage());
         }
         Pngs.checkTarget(out);
         Bitmap picture = Pngs.read(file);
@@ -71,7 +71,7 @@ abstract class Change implements Callable<Integer> {
     private Map<String, Object> values(Operation operation) {
         Map<String, Object> values = new HashMap<>();
         names().forEach(name -> {
-            String text = spec.findOption("--" + name).getValue();
+            String text = model.findOption("--" + name).getValue();
             if (text != null) {
                 values.put(name, operation.choices().stream().filter(p -> p.name().equals(name)).findFirst()
                     .orElseThrow(() -> new IllegalArgumentException(operation.name() + " takes no --" + name)).value(text));

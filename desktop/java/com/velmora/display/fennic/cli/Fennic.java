@@ -25,7 +25,7 @@ import picocli.CommandLine.UnmatchedArgumentException;
     description = "Measures, blends and changes icons with libfennic, on the desktop.",
     subcommands = {Listing.class, Measure.class, Blend.class, Effect.class, Gallery.class})
 public final class Fennic implements Runnable {
-    @Spec private CommandSpec spec;
+    @Spec private CommandSpec model;
 
     public static void main(String[] args) {
         System.exit(run(args));
@@ -33,7 +33,7 @@ public final class Fennic implements Runnable {
 
     @Override
     public void run() {
-        throw new ParameterException(spec.commandLine(), "a command is missing");
+        throw new ParameterException(model.commandLine(), "a command is missing");
     }
 
     private static int run(String[] args) {
