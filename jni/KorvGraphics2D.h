@@ -7,7 +7,7 @@
 
 #include <jni.h>
 
-class __attribute__((visibility("default"))) KorvGraphics2D {
+class JNIEXPORT KorvGraphics2D {
 public:
     // Number of pixels whose alpha is not 0, or is 0; 0 on failure.
     static int getBitmapVisiblePointNum(JNIEnv* env, jobject bitmap);
@@ -68,7 +68,7 @@ public:
     // aborts.
     static int BitmapGetHSV(JNIEnv* env, jobject bitmap);
 
-    // Layer blends: the layer is blended into the base, in place; the formulas stand in KorvGraphics2D/Blends.cpp. Status.
+    // Layer blends: the layer is blended into the base, in place; the formulas stand in blend/LayerBlends.h. Status.
     static int BitmapDarken(JNIEnv* env, jobject base, jobject layer);
     static int BitmapMultiply(JNIEnv* env, jobject base, jobject layer);
     static int BitmapColorBurn(JNIEnv* env, jobject base, jobject layer);
@@ -96,7 +96,7 @@ public:
     static int BitmapSubtract(JNIEnv* env, jobject base, jobject layer);
     static int BitmapDivide(JNIEnv* env, jobject base, jobject layer);
 
-    // Hue and value of the base with the saturation of the layer (KorvGraphics2D/Hue.cpp). Every pixel leaves 36 bytes behind
+    // Hue and value of the base with the saturation of the layer (blend/Hue.cpp). Every pixel leaves 36 bytes behind
     // that nobody releases, unless the library is built with FENNIC_LEAK_FREE.
     static int BitmapHue(JNIEnv* env, jobject base, jobject layer);
 
@@ -105,14 +105,14 @@ public:
     static int ChannelThrough2(JNIEnv* env, jobject base, jobject mask);
     static int BitmapAdd(JNIEnv* env, jobject base, jobject layer);
 
-    // Channels (KorvGraphics2D/Channels.cpp). Status. ChannelThrough3 makes premultiplied white transparent; PickUpChannel
+    // Channels (effect/Channels.cpp). Status. ChannelThrough3 makes premultiplied white transparent; PickUpChannel
     // takes channel 0 to 3 (red, green, blue, alpha) as grey and refuses others; BitmapToBitReverse gives a - c in each
     // channel.
     static int ChannelThrough3(JNIEnv* env, jobject bitmap);
     static int PickUpChannel(JNIEnv* env, jobject bitmap, int channel);
     static int BitmapToBitReverse(JNIEnv* env, jobject bitmap);
 
-    // Tones (KorvGraphics2D/Tones.cpp). Status. Grey between the levels low and high by luminance or lightness (results outside
+    // Tones (effect/Tones.cpp). Status. Grey between the levels low and high by luminance or lightness (results outside
     // of 0 to 255 wrap); a comic strip's tint; every channel times factor, at most 255; white where the brightness (0 to 255)
     // reaches the threshold, else black.
     static int BitmapGrapMapping(JNIEnv* env, jobject bitmap, int low, int high);
@@ -130,7 +130,7 @@ public:
     static float GetBrightness(float r, float g, float b, float a);
     static float GetLuminance(float r, float g, float b, float a);
 
-    // Patterns (KorvGraphics2D/Patterns.cpp). Status. The crosshatch inks pixels in `color` (0xRRGGBB), the more the darker
+    // Patterns. Status. The crosshatch inks pixels in `color` (0xRRGGBB), the more the darker
     // they are, along lines at `angle` (radians) whose distance and half width scale with the bitmap's height; the rest becomes
     // white, or transparent with clearBackground. The dots lie in cells of `size` pixels and have `radius` halves of a cell.
     // Unnamed parameters are not read.

@@ -4,7 +4,7 @@
 
 #include <jni.h>
 
-class __attribute__((visibility("default"))) KorvImageFilter {
+class JNIEXPORT KorvImageFilter {
 public:
     // A 3 x 3 convolution whose taps are nine bitmaps in row order, into the colour of the fifth; all are packed arrays of b1's
     // width. The kernel's nine weights go with them; all but the centre's are multiplied by scale. Deliberate: b3's description

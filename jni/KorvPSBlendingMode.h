@@ -7,7 +7,7 @@
 
 #include <jni.h>
 
-class __attribute__((visibility("default"))) KorvPSBlendingMode {
+class JNIEXPORT KorvPSBlendingMode {
 public:
     // Blends the layer into the base, in place. Status as for KorvGraphics2D. In modes 7 and 12 every pixel with two visible
     // colours leaves 12 bytes behind that nobody releases, unless the library is built with FENNIC_LEAK_FREE.

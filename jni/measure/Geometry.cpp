@@ -1,15 +1,9 @@
 // Size arithmetic for squaring up and scaling icons; no bitmap is touched.
-#include "../JavaArrays.h"
 #include "../KorvGraphics2D.h"
-#include "../Pixel.h"
+#include "../ground/Integers.h"
+#include "../ground/JavaArrays.h"
 
-namespace {
-
-// Sums and differences that wrap.
-int plus(int a, int b) { return int(unsigned(a) + unsigned(b)); }
-int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
-
-}  // namespace
+using namespace LEVEL;
 
 bool KorvGraphics2D::getIconBitmapInfo(JNIEnv* env, jintArray boxArray, jintArray squareArray) {
     Ints<4> box(env, boxArray);

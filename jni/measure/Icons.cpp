@@ -1,14 +1,12 @@
 // Measurements of icon bitmaps.
-#include "../BitmapFrames.h"
-#include "../KorvGraphics2D.h"
+#include "../ground/Loops.h"
 
-#include <algorithm>
-
+namespace LEVEL {
 namespace {
 
 template <typename Test>
-INLINE inline int countPixels(JNIEnv* env, jobject bitmap, Test test) {
-    return measure<int>(env, bitmap, [=](Pixels pixels) INLINE {
+int countPixels(JNIEnv* env, jobject bitmap, Test test) {
+    return measured<int>(env, bitmap, [=](Pixels pixels) {
         Word count = 0;
         for (std::size_t y = 0; y < pixels.height; ++y) {
             const StoredWord* row = pixels.row(y);
@@ -20,45 +18,44 @@ INLINE inline int countPixels(JNIEnv* env, jobject bitmap, Test test) {
 
 // Truncated averages of the channels of those pixels of the rectangle whose alpha passes the test.
 template <typename Test>
-INLINE inline void averageColour(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out, Test test) {
-    rectangle(env, out, [=]() INLINE -> FourInts {
+void averageColour(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out, Test test) {
+    rectangle(env, out, [=]() -> FourInts {
         if (w == 0 || h == 0) return {};
-        return measure<FourInts>(env, bitmap, [=](Pixels pixels) INLINE -> FourInts {
+        return measured<FourInts>(env, bitmap, [=](Pixels pixels) -> FourInts {
             // Deliberate: a negative start moves to 0 and the extent stays.
-            auto clip = [](int start, int extent, std::int64_t size, std::int64_t& first, std::int64_t& end) INLINE {
-                first = std::min<std::int64_t>(std::max(start, 0), size);
-                end = std::min<std::int64_t>(first + std::max(extent, 0), size);
+            auto clip = [](int start, int extent, std::int64_t size, std::int64_t& first, std::int64_t& end) {
+                first = lesser<std::int64_t>(greater(start, 0), size);
+                end = lesser<std::int64_t>(first + greater(extent, 0), size);
             };
             std::int64_t left, right, top, bottom;
             clip(x, w, pixels.width, left, right);
             clip(y, h, pixels.height, top, bottom);
             Word r = 0, g = 0, b = 0, a = 0, n = 0;
             for (std::int64_t row = top; row < bottom; ++row) {
-                const StoredWord* words = pixels.row(std::size_t(row));
                 // Two channels share the halves of a word, which hold the sums of 256 pixels.
-                constexpr std::int64_t most = 256;
-                for (std::int64_t begin = left; begin < right; begin += most) {
-                    const std::int64_t stop = std::min(begin + most, right);
-                    Word redBlue = 0, greenAlpha = 0;
-                    for (std::int64_t column = begin; column < stop; ++column) {
+                inPieces<256>(left, right, [&](std::int64_t begin, std::int64_t length) {
+                    const StoredWord* words = pixels.row(std::size_t(row)) + begin;
+                    Word redBlue = 0, greenAlpha = 0, counted = 0;
+                    for (std::int64_t column = 0; column < length; ++column) {
                         const Word included = test(words[column] >> alpha) ? 1 : 0, word = included ? words[column] : 0;
                         redBlue += word & 0x00FF00FF;
                         greenAlpha += word >> 8 & 0x00FF00FF;
-                        n += included;
+                        counted += included;
                     }
                     r += redBlue & 0xFFFF;
                     g += greenAlpha & 0xFFFF;
                     b += redBlue >> 16;
                     a += greenAlpha >> 16;
-                }
+                    n += counted;
+                });
             }
             if (n == 0) return {};
-            return {jint(r / n), jint(g / n), jint(b / n), jint(a / n)};
+            return {{jint(r / n), jint(g / n), jint(b / n), jint(a / n)}};
         });
     });
 }
 
-INLINE inline bool anyAbove(const StoredWord* row, std::int64_t from, std::int64_t to, int threshold) {
+bool anyAbove(const StoredWord* row, std::int64_t from, std::int64_t to, int threshold) {
     int count = 0;
     for (std::int64_t x = from; x < to; ++x) count += byteOf(row[x], alpha) > threshold ? 1 : 0;
     return count != 0;
@@ -67,9 +64,9 @@ INLINE inline bool anyAbove(const StoredWord* row, std::int64_t from, std::int64
 // The tight rectangle around the pixels with alpha > threshold. Deliberately uneven: the scans for top and left leave out the
 // last row and the last column, the scan for bottom the last column, the scan for right the bottom row itself; what a scan does
 // not find stays 0.
-INLINE inline FourInts cutOff(Pixels pixels, int threshold) {
+FourInts cutOff(Pixels pixels, int threshold) {
     const std::int64_t width = pixels.width, height = pixels.height;
-    auto row = [&](std::int64_t y) INLINE { return pixels.row(std::size_t(y)); };
+    auto row = [&](std::int64_t y) { return pixels.row(std::size_t(y)); };
     std::int64_t left = 0, top = 0, right = 0, bottom = 0;
     for (std::int64_t y = 0; y < height - 1; ++y)
         if (anyAbove(row(y), 0, width - 1, threshold)) {
@@ -94,29 +91,29 @@ INLINE inline FourInts cutOff(Pixels pixels, int threshold) {
             right = width - 1;
             while (byteOf(row(y)[right], alpha) <= threshold) --right;
         }
-    return {jint(left), jint(top), jint(right), jint(bottom)};
+    return {{jint(left), jint(top), jint(right), jint(bottom)}};
 }
 
 }  // namespace
 
-CLONES int KorvGraphics2D::getBitmapVisiblePointNum(JNIEnv* env, jobject bitmap) {
-    return countPixels(env, bitmap, [](Word a) INLINE { return a != 0; });
+int getBitmapVisiblePointNum(JNIEnv* env, jobject bitmap) {
+    return countPixels(env, bitmap, [](Word a) { return a != 0; });
 }
 
-CLONES int KorvGraphics2D::getBitmapInvisiblePointNum(JNIEnv* env, jobject bitmap) {
-    return countPixels(env, bitmap, [](Word a) INLINE { return a == 0; });
+int getBitmapInvisiblePointNum(JNIEnv* env, jobject bitmap) {
+    return countPixels(env, bitmap, [](Word a) { return a == 0; });
 }
 
-CLONES float KorvGraphics2D::getBitmapInvisibleAreaPrecent(JNIEnv* env, jobject bitmap, float threshold) {
-    return measure<float>(env, bitmap, [=](Pixels pixels) INLINE -> float {
+float getBitmapInvisibleAreaPrecent(JNIEnv* env, jobject bitmap, float threshold) {
+    return measured<float>(env, bitmap, [=](Pixels pixels) -> float {
         if (pixels.width == 0 || pixels.height == 0) return 0.0f;
         Word count = 0;
         for (std::size_t y = 0; y < pixels.height; ++y) {
             const StoredWord* row = pixels.row(y);
-            auto visible = [=](Word x) INLINE { return channelOf(row[x], alpha) > threshold; };
+            auto visible = [=](Word x) { return channelOf(row[x], alpha) > threshold; };
             // Whole groups without a visible pixel, then pixel by pixel.
             constexpr Word group = 32;
-            auto anyOfGroup = [=](Word from) INLINE {
+            auto anyOfGroup = [=](Word from) {
                 int any = 0;
                 for (Word x = from; x < from + group; ++x) any += visible(x) ? 1 : 0;
                 return any != 0;
@@ -132,26 +129,26 @@ CLONES float KorvGraphics2D::getBitmapInvisibleAreaPrecent(JNIEnv* env, jobject 
     });
 }
 
-CLONES void KorvGraphics2D::getBitmapAverageColorInRect(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out,
-                                                        int minAlpha) {
-    averageColour(env, bitmap, x, y, w, h, out, [=](Word a) INLINE { return a >= Word(minAlpha); });
+void getBitmapAverageColorInRect(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out, int minAlpha) {
+    averageColour(env, bitmap, x, y, w, h, out, [=](Word a) { return a >= Word(minAlpha); });
 }
 
-CLONES void KorvGraphics2D::getBitmapAverageColorInRect2(JNIEnv* env, jobject bitmap, int x, int y, int w, int h,
-                                                         jintArray out) {
-    averageColour(env, bitmap, x, y, w, h, out, [](Word a) INLINE { return a != 0; });
+void getBitmapAverageColorInRect2(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jintArray out) {
+    averageColour(env, bitmap, x, y, w, h, out, [](Word a) { return a != 0; });
 }
 
-CLONES void KorvGraphics2D::getBitmapTransparentCutOffRect(JNIEnv* env, jobject object, int threshold, jintArray rect) {
-    rectangle(env, rect, [=]() INLINE -> FourInts {
+void getBitmapTransparentCutOffRect(JNIEnv* env, jobject object, int threshold, jintArray rect) {
+    rectangle(env, rect, [=]() -> FourInts {
         Bitmap bitmap{env, object};
         FourInts answer{};
         if (bitmap.describe() < 0 || (bitmap.isRgba() && !bitmap.isSound())) return answer;
         // Deliberate: the lock comes before the format is looked at; another format has no border to cut off.
-        whileLocked(bitmap, [&](Pixels pixels) INLINE {
-            answer =
-                bitmap.isRgba() ? cutOff(pixels, threshold) : FourInts{0, 0, jint(pixels.width - 1), jint(pixels.height - 1)};
+        whileLocked(bitmap, [&](Pixels pixels) {
+            const FourInts all{{0, 0, jint(pixels.width - 1), jint(pixels.height - 1)}};
+            answer = bitmap.isRgba() ? cutOff(pixels, threshold) : all;
         });
         return answer;
     });
 }
+
+}  // namespace LEVEL

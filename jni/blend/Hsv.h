@@ -2,7 +2,9 @@
 // A. R. Smith, "Color gamut transform pairs", 1978.
 #pragma once
 
-#include "Pixel.h"
+#include "../ground/Pixel.h"
+
+namespace LEVEL {
 
 struct Hsv {
     float h, s, v;
@@ -12,14 +14,9 @@ struct Rgb {
     int r, g, b;
 };
 
-// What int arithmetic gives where it does not overflow, and where it does.
-inline INLINE int times(int a, int b) { return int(unsigned(a) * unsigned(b)); }
-inline INLINE int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
-
 // From straight colour, which may exceed 255.
-inline INLINE Hsv hsvOf(Rgb c) {
-    const int high = c.r > c.g ? (c.r > c.b ? c.r : c.b) : (c.g > c.b ? c.g : c.b);
-    const int low = c.r < c.g ? (c.r < c.b ? c.r : c.b) : (c.g < c.b ? c.g : c.b);
+inline Hsv hsvOf(Rgb c) {
+    const int high = greatest(c.r, c.g, c.b), low = least(c.r, c.g, c.b);
     const float max = float(high), min = float(low), d = max - min;
     const float s = high != 0 ? d / max : 0.0f;
     // Ties go to red, then to green.
@@ -31,16 +28,18 @@ inline INLINE Hsv hsvOf(Rgb c) {
 }
 
 // Deliberate: a hue of 360 or more is black, not red. Below 1 a channel is 0, above 254 it is 255.
-inline INLINE Rgb rgbOf(Hsv c) {
+static inline Rgb rgbOf(Hsv c) {
     const float x = c.h / 60.0f;
-    const int sector = truncated(x);
-    const float f = x - float(sector), p = (1.0f - c.s) * c.v, q = (1.0f - c.s * f) * c.v, t = (1.0f - c.s * (1.0f - f)) * c.v;
-    auto pick = [=](float s0, float s1, float s2, float s3, float s4, float s5) INLINE {
-        const float low = sector == 0 ? s0 : sector == 1 ? s1 : s2, high = sector == 3 ? s3 : sector == 4 ? s4 : s5;
-        const float inSector = sector < 0 || sector > 5 ? 0.0f : sector < 3 ? low : high;
+    const float sector = float(truncated(x)), f = x - sector, p = (1.0f - c.s) * c.v;
+    const float q = (1.0f - c.s * f) * c.v, t = (1.0f - c.s * (1.0f - f)) * c.v;
+    auto pick = [=](float s0, float s1, float s2, float s3, float s4, float s5) {
+        const float low = sector == 0.0f ? s0 : sector == 1.0f ? s1 : s2, high = sector == 3.0f ? s3 : sector == 4.0f ? s4 : s5;
+        const float inSector = sector < 0.0f || sector > 5.0f ? 0.0f : sector < 3.0f ? low : high;
         const bool grey = c.s >= -1e-6f && c.s <= 1e-6f;
         const int value = truncated(grey ? c.v : inSector);
         return value < 1 ? 0 : value > 254 ? 255 : value;
     };
     return {pick(c.v, q, p, p, t, c.v), pick(t, c.v, c.v, q, p, p), pick(p, p, t, c.v, c.v, q)};
 }
+
+}  // namespace LEVEL

@@ -4,16 +4,18 @@
 
 #include <jni.h>
 
+namespace LEVEL {
+
 template <int count>
 struct Ints {
     jint at[count] = {};
 
     Ints() = default;
     Ints(JNIEnv* env, jintArray array, int length = count) {
-        if (array) env->GetIntArrayRegion(array, 0, length, at);
+        if (array) env->functions->GetIntArrayRegion(env, array, 0, length, at);
     }
     void writeTo(JNIEnv* env, jintArray array) const {
-        if (array) env->SetIntArrayRegion(array, 0, count, at);
+        if (array) env->functions->SetIntArrayRegion(env, array, 0, count, at);
     }
 };
 
@@ -22,6 +24,8 @@ struct Floats {
     jfloat at[count] = {};
 
     Floats(JNIEnv* env, jfloatArray array) {
-        if (array) env->GetFloatArrayRegion(array, 0, count, at);
+        if (array) env->functions->GetFloatArrayRegion(env, array, 0, count, at);
     }
 };
+
+}  // namespace LEVEL

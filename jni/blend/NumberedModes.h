@@ -1,0 +1,94 @@
+// The rules of the numbered modes: both pixels straight, a textbook formula on each channel, then compositing with both alphas.
+#pragma once
+
+#include "Combinators.h"
+
+// A formula: one straight channel of the blend, from the base's straight channel a and the layer's b.
+#define FORMULA []([[maybe_unused]] auto a, [[maybe_unused]] auto b)
+
+namespace LEVEL {
+namespace mode {
+
+// clang-format off
+
+constexpr auto none        = FORMULA { return decltype(a)(0.0f); };
+constexpr auto darken      = FORMULA { return a < b ? a : b; };
+constexpr auto multiply    = FORMULA { return a * b * K; };
+constexpr auto colorBurn   = FORMULA { return b == 0.0f ? 0.0f : a - inverse(a) * inverse(b) / b; };
+constexpr auto linearBurn  = FORMULA { return a + b - 255.0f; };
+constexpr auto lighten     = FORMULA { return a > b ? a : b; };
+constexpr auto screen      = FORMULA { return 255.0f - inverse(b) * inverse(a) * K; };
+constexpr auto colorDodge  = FORMULA { return b == 255.0f ? 255.0f : a + a * b / inverse(b); };
+constexpr auto linearDodge = FORMULA { return a + b; };
+constexpr auto overlay     = FORMULA { return a <= 128.0f ? 2.0f * a * b * K : 255.0f - 2.0f * inverse(a) * inverse(b) * K; };
+constexpr auto softLight   = FORMULA { return b <= 128.0f ? 2.0f * a * b * K + (a * K) * (a * K) * (255.0f - 2.0f * b)
+                                                          : 2.0f * a * inverse(b) * K + squareRoot(a * K) * (2.0f * b - 255.0f); };
+constexpr auto hardLight   = FORMULA { return b <= 128.0f ? 2.0f * a * b * K : 255.0f - 2.0f * inverse(a) * inverse(b) * K; };
+constexpr auto vividLight  = FORMULA { return b == 0.0f   ? 0.0f
+                                            : b <= 128.0f ? a - inverse(a) * (255.0f - 2.0f * b) / (2.0f * b)
+                                            : b < 255.0f  ? a + a * (2.0f * b - 255.0f) / (2.0f * inverse(b)) : 255.0f; };
+constexpr auto linearLight = FORMULA { return a + 2.0f * b - 255.0f; };
+constexpr auto pinLight    = FORMULA { const auto t = 2.0f * b - 255.0f; return t < a ? (2.0f * b >= a ? a : 2.0f * b) : t; };
+constexpr auto hardMix     = FORMULA { return a + b >= 255.0f ? decltype(a)(255.0f) : decltype(a)(0.0f); };
+constexpr auto difference  = FORMULA { return a < b ? b - a : a - b; };
+constexpr auto exclusion   = FORMULA { return a + b - 2.0f * a * b * K; };
+constexpr auto subtract    = FORMULA { return a - b; };
+constexpr auto divide      = FORMULA { return b == 0.0f ? 255.0f : straight(a, b); };
+
+// clang-format on
+
+// Calls `use` with the formula of a mode; modes 7 and 12 have none for a single channel.
+template <typename Use>
+auto withFormula(int number, Use use) {
+    // clang-format off
+    switch (number) {
+        case 3:  return use(darken);
+        case 4:  return use(multiply);
+        case 5:  return use(colorBurn);
+        case 6:  return use(linearBurn);
+        case 8:  return use(lighten);
+        case 9:  return use(screen);
+        case 10: return use(colorDodge);
+        case 11: return use(linearDodge);
+        case 13: return use(overlay);
+        case 14: return use(softLight);
+        case 15: return use(hardLight);
+        case 16: return use(vividLight);
+        case 17: return use(linearLight);
+        case 18: return use(pinLight);
+        case 19: return use(hardMix);
+        case 20: return use(difference);
+        case 21: return use(exclusion);
+        case 22: return use(subtract);
+        case 23: return use(divide);
+        default: return use(none);
+    }
+    // clang-format on
+}
+
+// Deliberate: these weights are the numbered modes' own, and they weigh premultiplied channels.
+inline float brightness(double r, double g, double b) { return float(0.3 * r + 0.6 * g + 0.1 * b); }
+
+// Mode 7 takes the darker colour as a whole, 12 (and any other number) the lighter one; the base's where they are equal.
+inline bool layerWins(int number, float brightness1, float brightness2) {
+    return number == 7 ? brightness2 < brightness1 : brightness2 > brightness1;
+}
+
+constexpr auto wholeColour = [](bool isLayers) { return [isLayers](auto a, auto b) { return isLayers ? b : a; }; };
+
+}  // namespace mode
+
+// A formula composited under the union alpha `top`.
+template <typename Formula>
+constexpr auto onStraight(Formula formula) {
+    return RULE(formula) {
+        const auto b = straight(c1, a1), s = straight(c2, a2), f = clamped<decltype(c1)>(formula(b, s), 255.0f);
+        const Coverage parts(a1, a2);
+        const auto mix = parts.mix(parts.both + (parts.layer + parts.base), b, s, f);
+        return clamped(clamped<decltype(c1)>(mix, 255.0f) * top * K, top);
+    };
+}
+
+}  // namespace LEVEL
+
+#undef FORMULA

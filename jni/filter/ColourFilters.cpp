@@ -1,0 +1,90 @@
+// Filters that change the colour of each pixel by itself.
+#include "../ground/JavaArrays.h"
+#include "../ground/Loops.h"
+#include "StraightColour.h"
+
+namespace LEVEL {
+namespace {
+
+// Deliberate: green's weights are those of luminance (with 0.144 for blue), red's 1.2 and blue's 0.8 times 0.299, 0.587 and
+// 0.114.
+constexpr auto sepia = [](float intensity) {
+    return [i = intensity, k = 1.0f - intensity](Word word) -> Word {
+        const Tone r = wholeStraight(word, red), g = wholeStraight(word, green), b = wholeStraight(word, blue);
+        const Channel a = channelOf(word, alpha);
+        auto toned = [=](Tone wg, Tone wr, Tone wb) { return Channel(fused(b, wb, fused(r, wr, wg * g))); };
+        auto mixed = [=](Channel tone, Channel c) {
+            const Channel value = fused(tone, i, k * c), low = value < 255.0f ? value : 255.0f;
+            return low > 0.0f ? low : 0.0f;
+        };
+        const Word newAlpha = stored(mixed(a, a));
+        const Channel over = Channel(int(newAlpha));
+        auto byte = [=](Channel tone, Tone c) { return premultiplied(mixed(tone, Channel(c)), over); };
+        return newAlpha << alpha | byte(toned(0.299f, 0.3588f, 0.2392f), r) << red |
+               byte(toned(0.587f, 0.7044f, 0.4696f), g) << green | byte(toned(0.144f, 0.1368f, 0.0912f), b) << blue;
+    };
+};
+
+constexpr auto saturated = [](float s) {
+    return [s](Word word) -> Word {
+        const Channel grey = (1.0f - s) * straightLuminance(word);
+        return filtered(word, [=](Channel c, int) { return fused(c, s, grey); });
+    };
+};
+
+constexpr auto exposed = [](float factor) {
+    return [factor](Word word) -> Word { return filtered(word, [=](Channel c, int) { return factor * c; }); };
+};
+
+// Multiply below middle grey, 2 Y t / 255, and screen from there, 255 - 2 (255 - Y) (255 - t) / 255, in double. Deliberate:
+// what the mix keeps is the premultiplied channel, which the alpha then scales a second time.
+constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) {
+    return [=, r = colour[0], g = colour[1], b = colour[2]](Word word) -> Word {
+        const float Y = straightLuminance(word), rest = 1.0f - intensity;
+        const bool dark = Y < 127.5f;
+        const double y = double(dark ? 2.0f * Y : -2.0f * (255.0f - Y)), base = dark ? 0.0 : 255.0;
+        const Channel a = channelOf(word, alpha);
+        auto byte = [=](int c, float t) {
+            const Channel tone = wholeByte(y * double(dark ? t : 255.0f - t) * double(K) + base);
+            return wrapped((tone * intensity + rest * channelOf(word, c)) * a * K) << c;
+        };
+        return alphaOf(word) | byte(red, r) | byte(green, g) | byte(blue, b);
+    };
+};
+
+// What a haze of strength t has left of a channel, (c - 255 t) / (1 - t).
+constexpr auto unhazed = [](float t) {
+    return [t, rest = 1.0 - double(t)](Word word) -> Word {
+        return filtered(word, [=](Channel c, int) { return double(fused(-t, 255.0f, c)) / rest; });
+    };
+};
+
+}  // namespace
+
+int BitmapSepia(JNIEnv* env, jobject bitmap, float intensity) { return effect(env, bitmap, sepia(intensity)); }
+
+int BitmapSaturation(JNIEnv* env, jobject bitmap, float saturation) { return effect(env, bitmap, saturated(saturation)); }
+
+int BitmapExposure(JNIEnv* env, jobject bitmap, float exposure) {
+    return effect(env, bitmap, exposed(float(exp2(double(exposure)))));
+}
+
+int BitmapMonoChrome(JNIEnv* env, jobject bitmap, jfloatArray colour, float intensity) {
+    return single(env, bitmap, [=](Pixels pixels) {
+        const Floats<3> tint(env, colour);
+        eachPixel(pixels, tinted(tint.at, intensity));
+    });
+}
+
+int BitmapHaze(JNIEnv* env, jobject bitmap, float distance, float slope) {
+    return single(env, bitmap, [=](Pixels pixels) {
+        for (std::size_t y = 0; y < pixels.height; ++y) {
+            // A single row divides zero by zero, and t of 1 divides by zero: such rows turn black.
+            const auto rule = unhazed(float(y) * slope / float(pixels.height - 1) + distance);
+            StoredWord* row = pixels.row(y);
+            for (std::size_t x = 0; x < pixels.width; ++x) row[x] = rule(row[x]);
+        }
+    });
+}
+
+}  // namespace LEVEL

@@ -1,0 +1,41 @@
+// The only file that knows compilers and processors.
+#pragma once
+
+#include <cfloat>
+#include <cstdint>
+
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "a pixel is read as one word, red in its low byte");
+static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float");
+
+// No fused multiply-adds but those that are written, with anybody's flags too.
+#ifdef __clang__
+#pragma clang fp contract(off)
+#else
+#pragma GCC optimize("fp-contract=off")
+#endif
+
+namespace LEVEL {
+
+#if defined(__FMA__) || defined(__ARM_FEATURE_FMA)
+constexpr bool hasFusedMultiplyAdd = true;
+#else
+constexpr bool hasFusedMultiplyAdd = false;
+#endif
+#if defined(__SSE4_1__) || defined(__aarch64__)
+constexpr bool hasTruncation = true;  // to a whole float
+#else
+constexpr bool hasTruncation = false;
+#endif
+
+// For what a compiler inlines too late to vectorise the loop around it.
+#define ALWAYS_INLINE __attribute__((always_inline))
+
+// Stores a word that other threads may store, too.
+inline void storeRelaxed(unsigned& to, unsigned value) { __atomic_store_n(&to, value, __ATOMIC_RELAXED); }
+
+// A word, and four floats side by side, in memory that may have any alignment and any other type's bytes.
+using StoredWord __attribute__((may_alias, aligned(1))) = std::uint32_t;
+using Lanes = float __attribute__((vector_size(16)));
+using StoredLanes __attribute__((may_alias, aligned(4))) = Lanes;
+
+}  // namespace LEVEL
