@@ -43,15 +43,16 @@ constexpr auto lighterColor = wholeColour([](Channel layer, Channel base) { retu
 constexpr auto colorDodge = [](Word base, Word layer) -> Word {
     const Channel a1 = channelOf(base, alpha);
     auto byte = [&](int c, int n) {
-        const Channel c1 = channelOf(base, c), c2 = channelOf(layer, c), n2 = channelOf(layer, n), r = c1 + n2 * c1 / inverse(c2);
+        const Channel c1 = channelOf(base, c), c2 = channelOf(layer, c), n2 = channelOf(layer, n);
+        const Channel r = c1 + n2 * c1 / inverse(c2);
         return stored(r < a1 ? r : a1) << c;
     };
     return alphaOf(base) | byte(red, red) | byte(green, green) | byte(blue, red);
 };
 
 // Contrast.
-constexpr auto overlay     = RULE() { return capped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less(a1, a1 - c1, inverse(c2)), top); };
-constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less(top, a1 - c1, a2 - c2), top); };
+constexpr auto overlay     = RULE() { return capped(c1 <= a1 / 2.0f ? c1 * c2 * per128 : less(a1, a1 - c1, inverse(c2)), top); };
+constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 / 2.0f ? c1 * c2 * per128 : less(top, a1 - c1, a2 - c2), top); };
 constexpr auto hardLight   = RULE() { return capped(c2 <= 128.0f ? c1 * c2 * per128 : less(top, top - c1, inverse(c2)), top); };
 constexpr auto linearLight = mixed(RULE() { return fused(2.0f * c2 * a1, K, c1) - a1; });
 constexpr auto hardMix     = RULE() { return fused(c2, a1 * K, c1) >= a1 ? a1 : 0.0f; };

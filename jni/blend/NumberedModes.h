@@ -21,8 +21,9 @@ constexpr auto screen      = FORMULA { return 255.0f - inverse(b) * inverse(a) *
 constexpr auto colorDodge  = FORMULA { return b == 255.0f ? 255.0f : a + a * b / inverse(b); };
 constexpr auto linearDodge = FORMULA { return a + b; };
 constexpr auto overlay     = FORMULA { return a <= 128.0f ? 2.0f * a * b * K : 255.0f - 2.0f * inverse(a) * inverse(b) * K; };
-constexpr auto softLight   = FORMULA { return b <= 128.0f ? 2.0f * a * b * K + (a * K) * (a * K) * (255.0f - 2.0f * b)
-                                                          : 2.0f * a * inverse(b) * K + squareRoot(a * K) * (2.0f * b - 255.0f); };
+constexpr auto softLight   = FORMULA { return b <= 128.0f
+                                            ? 2.0f * a * b * K + (a * K) * (a * K) * (255.0f - 2.0f * b)
+                                            : 2.0f * a * inverse(b) * K + squareRoot(a * K) * (2.0f * b - 255.0f); };
 constexpr auto hardLight   = FORMULA { return b <= 128.0f ? 2.0f * a * b * K : 255.0f - 2.0f * inverse(a) * inverse(b) * K; };
 constexpr auto vividLight  = FORMULA { return b == 0.0f   ? 0.0f
                                             : b <= 128.0f ? a - inverse(a) * (255.0f - 2.0f * b) / (2.0f * b)
