@@ -65,7 +65,7 @@ public final class Fennic implements Runnable {
             }
             return new String(in.readAllBytes(), UTF_8);
         } catch (IOException e) {
-            throw new Failure(name, "missing from fennic.jar; build the jar anew");
+            throw new Failure(name, "missing from fennic-cli.jar; build the jar anew");
         }
     }
 
