@@ -20,7 +20,7 @@ import java.util.regex.Pattern;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
 
-/** One line of Operations.def, the list that the library, its tests and this command line share; its head says what all means. */
+/** One line of Operations.def, the list that the library, its tests and this command line share. */
 public record Operation(
     String kind, String nativeName, String name, String frame, String family, Set<String> traits, List<Parameter> parameters,
     String summary) {
@@ -183,7 +183,8 @@ public record Operation(
                 .limit(3)
                 .collect(joining(" or "));
             String hint = near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
-            return new IllegalArgumentException("unknown " + kinds.get(0).toLowerCase(Locale.ROOT) + " '" + name + "'; " + hint);
+            String kind = kinds.get(0).toLowerCase(Locale.ROOT);
+            return new IllegalArgumentException("unknown " + kind + " '" + name + "'; " + hint);
         });
     }
 
@@ -215,7 +216,8 @@ public record Operation(
     /** The call with all defaults as Java source. */
     String call() {
         String bitmap = parameters.get(0).name;
-        return "VelUIBitmapUtils." + nativeName + parameters.stream().map(p -> p.literal(bitmap)).collect(joining(", ", "(", ");"));
+        String arguments = parameters.stream().map(parameter -> parameter.literal(bitmap)).collect(joining(", "));
+        return "VelUIBitmapUtils." + nativeName + "(" + arguments + ");";
     }
 
     /** The Java class's method; null where the operation has no native. */
@@ -276,7 +278,7 @@ public record Operation(
     }
 
     /** Whether it is one number of an operation that the list gives a range of. */
-    boolean isNumbered() {
+    public boolean isNumbered() {
         return parameters.stream().anyMatch(parameter -> parameter.last != null);
     }
 
