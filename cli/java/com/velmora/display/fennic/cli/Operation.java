@@ -58,7 +58,7 @@ public record Operation(
             }
         }
 
-        /** Computed in double, which is exact before the quotient, so that it is rounded once: to the literal's value. */
+        /** Computed in double: exact up to the quotient, which rounds to the same float as the one in the literal. */
         private Value sized(ToIntFunction<Bitmap> side, double factor, double divisor) {
             return switch (type) {
                 case "int" -> picture -> (int) (side.applyAsInt(picture) * factor / divisor);
