@@ -1,15 +1,13 @@
 package com.velmora.display.fennic;
 
 import android.graphics.Bitmap;
+import com.velmora.display.fennic.cli.Operation;
 import java.io.IOException;
-import java.lang.reflect.InvocationTargetException;
-import java.lang.reflect.Method;
-import java.lang.reflect.Modifier;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.util.Arrays;
-import java.util.Comparator;
 import java.util.List;
+import java.util.function.ToIntBiFunction;
+import java.util.stream.Stream;
 
 /**
  * A million calls over all natives, and what they leave behind in memory: nothing, or what the hue blend and the mode-indexed
@@ -23,83 +21,68 @@ final class Load {
     private static final int NOISE = 1 << 20;
     private static final int PAGE = 4096;
 
-    private final boolean leakFree;
-    private final Bitmap[] bitmaps = new Bitmap[9];
-    private final int[] ints = {3, 5, 40, 20};
-    private final float[] floats = {0.1f, 0.2f, 0.3f, 0.4f, 0.5f, 0.4f, 0.3f, 0.2f, 0.1f};
-    private long calls;
-    private boolean failed;
+    private static final Bitmap[] BITMAPS = Stream.generate(() -> picture(13, 11)).limit(9).toArray(Bitmap[]::new);
+    private static final int[] INTS = {3, 5, 40, 20};
+    private static final float[] FLOATS = {0.1f, 0.2f, 0.3f, 0.4f, 0.5f, 0.4f, 0.3f, 0.2f, 0.1f};
 
-    private Load(boolean leakFree) {
-        this.leakFree = leakFree;
-    }
+    private static boolean leakFree, failed;
+    private static long calls;
+
+    private Load() {}
 
     public static void main(String[] arguments) throws Exception {
         var given = List.of(arguments);
-        var load = new Load(given.contains("--leak-free"));
-        load.callEverything(given.stream().filter(argument -> !argument.startsWith("-")).mapToLong(Long::parseLong).findFirst()
+        leakFree = given.contains("--leak-free");
+        callEverything(given.stream().filter(argument -> !argument.startsWith("-")).mapToLong(Long::parseLong).findFirst()
                 .orElse(1_000_000));
-        load.leak("hue blend", 3, (base, layer) -> VelUIBitmapUtils.nativeBitmapHandle24(base, layer));
-        load.leak("mode 7", 1, (base, layer) -> VelUIBitmapUtils.nativeTkPSBlendingMode(base, layer, 7));
-        load.leak("mode 12", 1, (base, layer) -> VelUIBitmapUtils.nativeTkPSBlendingMode(base, layer, 12));
-        System.exit(load.failed ? 1 : 0);
+        leak("hue blend", 3, VelUIBitmapUtils::nativeBitmapHandle24);
+        leak("mode 7", 1, (base, layer) -> VelUIBitmapUtils.nativeTkPSBlendingMode(base, layer, 7));
+        leak("mode 12", 1, (base, layer) -> VelUIBitmapUtils.nativeTkPSBlendingMode(base, layer, 12));
+        System.exit(failed ? 1 : 0);
     }
 
-    private void callEverything(long count) throws Exception {
-        var natives = Arrays.stream(VelUIBitmapUtils.class.getDeclaredMethods())
-                .filter(method -> Modifier.isNative(method.getModifiers()))
-                .filter(method -> !method.getName().equals("nativeBitmapGetHSV"))  // ends the process
-                .filter(method -> leakFree || !method.getName().equals("nativeBitmapHandle24"))
-                .sorted(Comparator.comparing(Method::getName)).toList();
-        Arrays.setAll(bitmaps, i -> picture(13, 11));
-        for (calls = 0; calls < count / 10; ) callEach(natives);
+    private static void callEverything(long count) throws Exception {
+        // Which of the numbered modes leave arrays is for callEach to know.
+        var called = Natives.all().stream().filter(operation -> leakFree || operation.isNumbered()
+                || !operation.traits().contains("leaves-arrays")).toList();
+        for (calls = 0; calls < count / 10; ) callEach(called);
         long before = resident(), most = before;
         for (calls = 0; calls < count; ) {
             long next = calls + count / 10;
-            while (calls < Math.min(next, count)) callEach(natives);
+            while (calls < Math.min(next, count)) callEach(called);
             most = Math.max(most, resident());
         }
         long growth = most - before;
-        System.out.printf("%d calls of %d natives: %d KB resident before, %d KB more at most%n", calls, natives.size(),
+        System.out.printf("%d calls of %d natives: %d KB resident before, %d KB more at most%n", calls, called.size(),
                 before / 1024, growth / 1024);
         failed |= growth > NOISE;
     }
 
-    private void callEach(List<Method> natives) throws IllegalAccessException, InvocationTargetException {
-        int mode = 3 + (int) (calls / natives.size() % 21);
+    private static void callEach(List<Operation> called) throws ReflectiveOperationException {
+        int mode = 3 + (int) (calls / called.size() % 21);
         if (!leakFree && (mode == 7 || mode == 12)) mode = 24;
-        for (Method method : natives) {
-            var types = method.getParameterTypes();
+        for (Operation operation : called) {
+            var types = operation.method().getParameterTypes();
             var values = new Object[types.length];
             for (int i = 0; i < types.length; ++i) {
-                values[i] = types[i] == Bitmap.class ? bitmaps[i]
-                        : types[i] == int.class ? (Object) (method.getName().equals("nativeTkPSBlendingMode") ? mode : mode % 4)
-                        : types[i] == float.class ? (Object) (mode / 8f)
-                        : types[i] == double.class ? (Object) (mode / 16.0)
-                        : types[i] == boolean.class ? (Object) (mode % 2 == 0)
-                        : types[i] == int[].class ? ints
-                        : types[i] == float[].class ? floats : null;
+                values[i] = Natives.ofType(types[i], BITMAPS[i % BITMAPS.length], operation.isNumbered() ? mode : mode % 4,
+                        mode / 8.0, mode % 2 == 0, INTS, FLOATS);
             }
-            method.invoke(null, values);
+            operation.method().invoke(null, values);
             ++calls;
         }
     }
 
-    private interface Blend {
-        int run(Bitmap base, Bitmap layer);
-    }
-
-    private void leak(String name, int arraysPerPixel, Blend blend) throws IOException {
+    private static void leak(String name, int arraysPerPixel, ToIntBiFunction<Bitmap, Bitmap> blend) throws IOException {
         int size = 64, runs = 200;
         var base = picture(size, size);
         var layer = picture(size, size);
-        blend.run(base, layer);
+        blend.applyAsInt(base, layer);
         long before = resident();
-        for (int i = 0; i < runs; ++i) blend.run(base, layer);
+        for (int i = 0; i < runs; ++i) blend.applyAsInt(base, layer);
         long growth = resident() - before, pixels = (long) runs * size * size;
         long expected = leakFree ? 0 : pixels * arraysPerPixel * BYTES_PER_ARRAY;
-        System.out.printf("%s: %d KB more after %d pixels, %d KB expected%n", name, growth / 1024, pixels,
-                expected / 1024);
+        System.out.printf("%s: %d KB more after %d pixels, %d KB expected%n", name, growth / 1024, pixels, expected / 1024);
         failed |= Math.abs(growth - expected) > NOISE;
     }
 

@@ -1,23 +1,18 @@
 package com.velmora.display.fennic;
 
+import static com.velmora.display.fennic.Natives.*;
 import static com.velmora.display.fennic.VelUIBitmapUtils.*;
-import static org.junit.jupiter.api.Assertions.assertArrayEquals;
-import static org.junit.jupiter.api.Assertions.assertEquals;
-import static org.junit.jupiter.api.Assertions.assertFalse;
-import static org.junit.jupiter.api.Assertions.assertThrows;
-import static org.junit.jupiter.api.Assertions.assertTrue;
+import static org.junit.jupiter.api.Assertions.*;
 
 import android.graphics.Bitmap;
+import com.velmora.display.fennic.cli.Operation;
+import com.velmora.display.fennic.cli.Operation.Parameter;
 import java.lang.reflect.Array;
 import java.lang.reflect.InvocationTargetException;
-import java.lang.reflect.Method;
-import java.lang.reflect.Modifier;
 import java.nio.ByteBuffer;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.util.ArrayList;
 import java.util.Arrays;
-import java.util.Comparator;
 import java.util.List;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
@@ -29,28 +24,23 @@ import org.junit.jupiter.params.provider.CsvSource;
 /** The path of an application: Java class, native, bitmap lock, pixels. */
 class VelUIBitmapUtilsTest {
     private static final int BAD_PARAMETER = -1, JNI_EXCEPTION = -2;
-
-    /** Every native but the one that ends the process. */
-    private static final List<Method> NATIVES = Stream.of(VelUIBitmapUtils.class.getDeclaredMethods())
-        .filter(method -> Modifier.isNative(method.getModifiers()) && !method.getName().equals("nativeBitmapGetHSV"))
-        .sorted(Comparator.comparing(Method::getName))
-        .toList();
+    private static final List<Operation> NATIVES = Natives.all();
 
     /** Arguments that every native takes without complaint, by their type; each bitmap is one of its own. */
     private static Object usual(Class<?> type) {
-        return type == Bitmap.class ? bitmap(2, 2, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 255)
-            : type == int.class ? (Object) 2
-            : type == float.class ? (Object) 0.5f
-            : type == double.class ? (Object) 0.5
-            : type == boolean.class ? (Object) true
-            : type == int[].class ? new int[] {0, 0, 9, 5}
-            : type == float[].class ? new float[] {9, 8, 7, 6, 5, 4, 3, 2, 1} : null;
+        return ofType(type, picture("1,2,3,4 5,6,7,8 | 9,10,11,12 13,14,15,255"), 2, 0.5, true, new int[] {0, 0, 9, 5},
+            new float[] {9, 8, 7, 6, 5, 4, 3, 2, 1});
     }
 
     /** One call of a native, with usual arguments but for those that are set. */
-    private record Call(Method method, Object[] arguments, List<int[]> before) {
-        Call(Method method) {
-            this(method, Stream.of(method.getParameterTypes()).map(VelUIBitmapUtilsTest::usual).toArray(), new ArrayList<>());
+    private static final class Call {
+        final Operation operation;
+        final Object[] arguments;
+        private byte[][] before;
+
+        Call(Operation operation) {
+            this.operation = operation;
+            arguments = Stream.of(operation.method().getParameterTypes()).map(VelUIBitmapUtilsTest::usual).toArray();
         }
 
         Call with(int parameter, Object value) {
@@ -59,78 +49,59 @@ class VelUIBitmapUtilsTest {
         }
 
         Object run() throws Throwable {
-            for (Object argument : arguments) before.add(bytesOf(argument));
+            before = bitmaps();
             try {
-                return method.invoke(null, arguments);
+                return operation.method().invoke(null, arguments);
             } catch (InvocationTargetException e) {
                 throw e.getCause();
             }
         }
 
         boolean changedNoBitmap() {
-            return IntStream.range(0, arguments.length).allMatch(i -> Arrays.equals(before.get(i), bytesOf(arguments[i])));
+            return Arrays.deepEquals(before, bitmaps());
         }
 
-        private static int[] bytesOf(Object argument) {
-            return argument instanceof Bitmap bitmap && !bitmap.isRecycled() ? bytes(bitmap) : null;
+        private byte[][] bitmaps() {
+            return Stream.of(arguments)
+                .map(argument -> argument instanceof Bitmap bitmap && !bitmap.isRecycled() ? bytes(bitmap) : null)
+                .toArray(byte[][]::new);
         }
 
         @Override
         public String toString() {
-            return method.getName() + Arrays.deepToString(arguments);
+            return operation.nativeName() + Arrays.deepToString(arguments);
         }
     }
 
-    private static boolean isMeasure(Method method) {
-        return method.getName().matches("nativeGet.*|nativeBitmapGetMedian");
+    /** What has no status. */
+    private static boolean isMeasure(Operation operation) {
+        return operation.kind().matches("MEASURE|GEOMETRY");
     }
 
-    /** The parameters of one type. */
-    private static int[] parameters(Method method, Class<?> type) {
-        var types = method.getParameterTypes();
-        return IntStream.range(0, types.length).filter(i -> types[i] == type).toArray();
+    /** The parameters of these types. */
+    private static int[] parameters(Operation operation, Class<?>... types) {
+        var all = operation.method().getParameterTypes();
+        return IntStream.range(0, all.length).filter(i -> List.of(types).contains(all[i])).toArray();
     }
 
-    private static Bitmap bitmap(int width, int height, int... bytes) {
-        Bitmap bitmap = Bitmap.createBitmap(width, height, Bitmap.Config.ARGB_8888);
-        ByteBuffer pixels = ByteBuffer.allocate(4 * width * height);
-        for (int b : bytes) pixels.put((byte) b);
-        bitmap.copyPixelsFromBuffer(pixels.rewind());
-        return bitmap;
-    }
-
-    private static int[] bytes(Bitmap bitmap) {
-        ByteBuffer pixels = ByteBuffer.allocate(bitmap.getByteCount());
-        bitmap.copyPixelsToBuffer(pixels);
-        int[] bytes = new int[pixels.capacity()];
-        for (int i = 0; i < bytes.length; i++) bytes[i] = pixels.get(i) & 255;
-        return bytes;
-    }
-
+    /** Of every type and bit for bit; what the operations make of them the library's own tests hold. */
     @Test
-    void measuresAnIcon() {
-        Bitmap row = bitmap(5, 1, 0, 0, 0, 0, 255, 0, 0, 255, 0, 0, 0, 0, 0, 255, 0, 255, 0, 0, 0, 0);
-        assertEquals(2, nativeGetBitmapVisiblePointNum(row));
-        assertEquals(3, nativeGetBitmapInvisiblePointNum(row));
-        assertEquals(0.4f, nativeGetBitmapInvisibleAreaPrecent(row, 0));
-        int[] color = new int[4];
-        nativeGetBitmapAverageColorInRect(row, 0, 0, 5, 1, color, 0);
-        assertArrayEquals(new int[] {51, 51, 0, 102}, color);
-        nativeGetBitmapAverageColorInRect2(row, 0, 0, 5, 1, color);
-        assertArrayEquals(new int[] {127, 127, 0, 255}, color);
-
-        Bitmap square = Bitmap.createBitmap(10, 10, Bitmap.Config.ARGB_8888);
-        for (int i = 0; i < 16; i++) square.setPixel(2 + i % 4, 3 + i / 4, 0xFF000000);
-        int[] rect = {7, 7, 7, 7, 7};
-        nativeGetBitmapTransparentCutOffRect(square, 0, rect);
-        assertArrayEquals(new int[] {2, 3, 5, 6, 7}, rect);
-        nativeGetBitmapTransparentCutOffRect(Bitmap.createBitmap(48, 32, Bitmap.Config.RGB_565), 0, rect);
-        assertArrayEquals(new int[] {0, 0, 47, 31, 7}, rect);
-    }
-
-    @Test
-    void fitsSizes() {
-        int[] box = {0, 0, 119, 99}, canvas = new int[4], size = {200, 100};
+    void numbersArriveAndResultsComeBack() {
+        Bitmap icon = Bitmap.createBitmap(5, 4, Bitmap.Config.ARGB_8888);
+        for (int y = 1; y <= 2; y++) icon.setPixel(1, y, 0xFFFF0000);
+        icon.setPixel(3, 1, 0x6500FF00);
+        assertEquals(3, nativeGetBitmapVisiblePointNum(icon));
+        assertEquals(17, nativeGetBitmapInvisiblePointNum(icon));
+        assertEquals(0.8f, nativeGetBitmapInvisibleAreaPrecent(icon, Math.nextDown(101f)));
+        assertEquals(0.9f, nativeGetBitmapInvisibleAreaPrecent(icon, 101));
+        assertEquals(1, nativeGetBitmapInvisibleAreaPrecent(icon, Float.NaN));
+        int[] color = new int[4], rect = {7, 7, 7, 7, 7}, box = {0, 0, 119, 99}, canvas = new int[4], size = {200, 100};
+        nativeGetBitmapAverageColorInRect(icon, 2, 0, 3, 9, color, 101);
+        assertArrayEquals(new int[] {0, 101, 0, 101}, color);
+        nativeGetBitmapAverageColorInRect2(icon, 1, 0, 2, 2, color);
+        assertArrayEquals(new int[] {255, 0, 0, 255}, color);
+        nativeGetBitmapTransparentCutOffRect(icon, 100, rect);
+        assertArrayEquals(new int[] {1, 1, 3, 2, 7}, rect);
         assertTrue(nativeGetIconBitmapInfo(box, canvas));
         assertArrayEquals(new int[] {0, 10, 120, 120}, canvas);
         assertArrayEquals(new int[] {0, 0, 120, 100}, box);
@@ -143,24 +114,24 @@ class VelUIBitmapUtilsTest {
 
     @Test
     void badBitmapsGetTheirStatusAndChangeNothing() throws Throwable {
-        Bitmap recycled = bitmap(2, 2), small = bitmap(1, 2), other = Bitmap.createBitmap(4, 4, Bitmap.Config.RGB_565);
+        Bitmap recycled = picture("1 2 | 3 4"), small = picture("1 | 2");
+        Bitmap other = Bitmap.createBitmap(4, 4, Bitmap.Config.RGB_565);
         recycled.recycle();
         assertEquals(65, NATIVES.size());
-        for (Method method : NATIVES) {
-            int[] bitmaps = parameters(method, Bitmap.class);
-            for (int i : bitmaps) {
-                boolean isThirdOfNine = bitmaps.length == 9 && i == 2;
+        for (Operation operation : NATIVES) {
+            for (int i : parameters(operation, Bitmap.class)) {
+                boolean isThirdOfNine = operation.frame().equals("nine") && i == 2;
                 for (Bitmap bad : new Bitmap[] {null, recycled, small, other}) {
                     // A first bitmap may be smaller than the rest; the third of nine must not be.
                     if (bad == small && (i == 0 || isThirdOfNine)) continue;
-                    Call call = new Call(method).with(i, bad);
+                    Call call = new Call(operation).with(i, bad);
                     Object result = call.run();
                     int status = bad == other ? 0 : bad == recycled ? JNI_EXCEPTION : BAD_PARAMETER;
-                    if (isMeasure(method)) {
+                    if (isMeasure(operation)) {
                         if (result != null) assertEquals(0, ((Number) result).floatValue(), call::toString);
-                        boolean isWhole = method.getName().endsWith("CutOffRect") && bad == other;
+                        boolean isWhole = operation.name().equals("cut-off") && bad == other;
                         int[] rect = isWhole ? new int[] {0, 0, 3, 3} : new int[4];
-                        for (int out : parameters(method, int[].class)) assertArrayEquals(rect, (int[]) call.arguments()[out]);
+                        for (int out : parameters(operation, int[].class)) assertArrayEquals(rect, (int[]) call.arguments[out]);
                     } else {
                         assertEquals(status, result, call::toString);
                     }
@@ -177,14 +148,14 @@ class VelUIBitmapUtilsTest {
         List.of("nativeGetIconBitmapInfo 0", "nativeGetSourceSize 3", "nativeImageFilter8 1");
 
     private static void callWithShortArrays(boolean goesOn) throws Exception {
-        for (Method method : NATIVES)
-            for (Class<?> type : List.of(int[].class, float[].class))
-                for (int i : parameters(method, type)) {
-                    if (GOES_ON.contains(method.getName() + " " + i) != goesOn) continue;
-                    Call call = new Call(method).with(i, Array.newInstance(type.componentType(), 1));
-                    assertThrows(ArrayIndexOutOfBoundsException.class, call::run, call::toString);
-                    for (int b : parameters(method, Bitmap.class)) assertEquals(0, locks(call.arguments()[b]), call::toString);
-                }
+        for (Operation operation : NATIVES)
+            for (int i : parameters(operation, int[].class, float[].class)) {
+                if (GOES_ON.contains(operation.nativeName() + " " + i) != goesOn) continue;
+                Call call = new Call(operation);
+                call.with(i, Array.newInstance(call.arguments[i].getClass().componentType(), 1));
+                assertThrows(ArrayIndexOutOfBoundsException.class, call::run, call::toString);
+                for (int b : parameters(operation, Bitmap.class)) assertEquals(0, locks(call.arguments[b]), call::toString);
+            }
     }
 
     private static int locks(Object bitmap) throws ReflectiveOperationException {
@@ -196,13 +167,12 @@ class VelUIBitmapUtilsTest {
     @Test
     void shortArraysThrowAndNullArraysAreDropped() throws Throwable {
         callWithShortArrays(false);
-        for (Method method : NATIVES)
-            for (Class<?> type : List.of(int[].class, float[].class))
-                for (int i : parameters(method, type)) {
-                    Call call = new Call(method).with(i, null);
-                    Object result = call.run();
-                    if (!isMeasure(method)) assertEquals(0, result, call::toString);
-                }
+        for (Operation operation : NATIVES)
+            for (int i : parameters(operation, int[].class, float[].class)) {
+                Call call = new Call(operation).with(i, null);
+                Object result = call.run();
+                if (!isMeasure(operation)) assertEquals(0, result, call::toString);
+            }
         assertFalse(nativeGetIconBitmapInfo(null, null));
     }
 
@@ -210,30 +180,26 @@ class VelUIBitmapUtilsTest {
     private static Object extreme(Class<?> type, int which) {
         int i = new int[] {Integer.MIN_VALUE, -1, 0, 65536, Integer.MAX_VALUE}[which];
         float f = new float[] {Float.NaN, Float.NEGATIVE_INFINITY, -0f, Float.MIN_VALUE, Float.MAX_VALUE}[which];
-        return type == int.class ? (Object) i
-            : type == float.class ? (Object) f
-            : type == double.class ? (Object) (double) f
-            : type == int[].class ? new int[] {i, i, i, i}
-            : type == float[].class ? new float[] {f, f, f, f, f, f, f, f, f} : null;
+        return ofType(type, null, i, f, null, new int[] {i, i, i, i}, new float[] {f, f, f, f, f, f, f, f, f});
     }
 
     @Test
     void extremeNumbersAreNoReasonToFail() throws Throwable {
-        for (Method method : NATIVES) {
-            var types = method.getParameterTypes();
+        for (Operation operation : NATIVES) {
+            var types = operation.method().getParameterTypes();
+            int channel = operation.parameters().stream().map(Parameter::name).toList().indexOf("channel");
             // Each parameter alone, then all of them.
             for (int alone = 0; alone <= types.length; alone++)
                 for (int which = 0; which < 5; which++) {
-                    Call call = new Call(method);
+                    Call call = new Call(operation);
                     for (int i = 0; i < types.length; i++)
                         if ((i == alone || alone == types.length) && extreme(types[i], which) != null)
                             call.with(i, extreme(types[i], which));
-                    // Kuwahara's time grows with the square of its radius.
-                    if (method.getName().equals("nativeImageFilter4") && (int) call.arguments()[1] > 9) continue;
+                    if (operation.traits().contains("costly") && (int) call.arguments[1] > 9) continue;
                     Object result = call.run();
-                    boolean isRefused = method.getName().equals("nativePickUpChannel") && ((int) call.arguments()[1] & ~3) != 0;
-                    if (!isMeasure(method)) assertEquals(isRefused ? BAD_PARAMETER : 0, result, call::toString);
-                    if (isRefused || isMeasure(method)) assertTrue(call.changedNoBitmap(), call::toString);
+                    boolean isRefused = channel >= 0 && ((int) call.arguments[channel] & ~3) != 0;
+                    if (!isMeasure(operation)) assertEquals(isRefused ? BAD_PARAMETER : 0, result, call::toString);
+                    if (isRefused || isMeasure(operation)) assertTrue(call.changedNoBitmap(), call::toString);
                 }
         }
     }
@@ -242,7 +208,7 @@ class VelUIBitmapUtilsTest {
     static final class Child {
         public static void main(String[] arguments) throws Exception {
             if (arguments[0].equals("short arrays")) callWithShortArrays(true);
-            else nativeBitmapGetHSV(bitmap(1, 1));
+            else nativeBitmapGetHSV(picture("0"));
         }
     }
 
@@ -255,13 +221,5 @@ class VelUIBitmapUtilsTest {
         Path output = folder.resolve("output");
         child.directory(folder.toFile()).redirectErrorStream(true).redirectOutput(output.toFile());
         assertEquals(status, child.start().waitFor(), Files.readString(output));
-    }
-
-    @Test
-    void aThresholdArrivesBitForBit() {
-        Bitmap faint = bitmap(2, 1, 0, 0, 0, 100, 0, 0, 0, 101);
-        assertEquals(1, nativeGetBitmapInvisibleAreaPrecent(faint, Float.NaN));
-        assertEquals(0.5f, nativeGetBitmapInvisibleAreaPrecent(faint, 100));
-        assertEquals(0, nativeGetBitmapInvisibleAreaPrecent(faint, Math.nextDown(100f)));
     }
 }

@@ -1,15 +1,11 @@
 package com.velmora.display.fennic.cli;
 
-import static org.junit.jupiter.api.Assertions.assertAll;
-import static org.junit.jupiter.api.Assertions.assertEquals;
-import static org.junit.jupiter.api.Assertions.assertFalse;
-import static org.junit.jupiter.api.Assertions.assertTrue;
+import static org.junit.jupiter.api.Assertions.*;
 
 import java.awt.image.BufferedImage;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.regex.Pattern;
@@ -28,27 +24,26 @@ class CommandLineTest {
 
     private record Result(int exitCode, String out, String err) {}
 
-    @TempDir Path folder;
+    @TempDir private static Path outputs;
+    @TempDir private Path folder;
 
     /** The first run may build and talk about it; the others are then silent. */
     @BeforeAll
-    static void build(@TempDir Path anywhere) throws Exception {
-        assertEquals(0, run(anywhere, "--version").exitCode);
+    static void build() throws Exception {
+        assertEquals(0, run(outputs, "--version").exitCode);
     }
 
     /** An oblong of 6 x 4 with a hole at its second row, and a plain layer of twice the size. */
     @BeforeEach
     void draw() throws IOException {
         var base = new BufferedImage(10, 10, BufferedImage.TYPE_INT_ARGB);
-        for (int y = 3; y <= 6; ++y) {
-            for (int x = 2; x <= 7; ++x) {
-                base.setRGB(x, y, x == 4 && y == 4 ? 0 : 0xffc86432);
-            }
-        }
         var layer = new BufferedImage(20, 20, BufferedImage.TYPE_INT_ARGB);
-        for (int i = 0; i < 400; ++i) {
-            layer.setRGB(i % 20, i / 20, 0xff6496c8);
-        }
+        int[] oblong = new int[6 * 4], plain = new int[20 * 20];
+        Arrays.fill(oblong, 0xffc86432);
+        Arrays.fill(plain, 0xff6496c8);
+        oblong[1 * 6 + 2] = 0;
+        base.setRGB(2, 3, 6, 4, oblong, 0, 6);
+        layer.setRGB(0, 0, 20, 20, plain, 0, 20);
         ImageIO.write(base, "png", folder.resolve("base.png").toFile());
         ImageIO.write(layer, "png", folder.resolve("layer.png").toFile());
         byte[] whole = Files.readAllBytes(folder.resolve("base.png"));
@@ -84,19 +79,19 @@ class CommandLineTest {
         "blend xyzzy base.png layer.png -o out.png                   | 2 | fennic list shows them all",
         "blend darken --offset 1 base.png layer.png -o out.png       | 2 | darken takes no --offset",
         "blend linear-burn --offset 1x base.png layer.png -o out.png | 2 | --offset takes a value of type int, not '1x'",
-        "blend darken none.png layer.png -o out.png                  | 1 | none.png: no such file",
         "blend darken base.png cut.png -o base.png                   | 1 | cut.png: a damaged or oversized PNG",
         "blend darken base.png layer.png -o gone/out.png             | 1 | gone/out.png: its folder is missing",
         "blend darken base.png layer.png -o base.png/out.png         | 1 | base.png is a file, no folder",
         "blend darken base.png layer.png -o empty                    | 1 | empty: a folder",
         "blend darken base.png layer.png -o /dev/full                | 1 | /dev/full: not a plain file",
-        "effect invert base.png                                      | 2 | '--out=OUT'",
         "effect invrt base.png -o out.png                            | 2 | unknown effect 'invrt'; did you mean invert",
+        "filter vignete base.png -o out.png                          | 2 | did you mean vignette",
         "effect darken base.png -o out.png                           | 2 | unknown effect 'darken'",
         "effect invert base.png --threshold 1 -o out.png             | 2 | invert takes no --threshold",
         "effect denoise base.png --threshold 1.5 -o out.png          | 2 | --threshold takes a value of type int, not '1.5'",
+        "effect swirl base.png --radius width/0 -o out.png           | 2 | --radius takes a value of type float, not 'width/0'",
+        "effect vignette base.png --color width,0 -o out.png         | 2 | --color takes a value of type int[] like 0,0",
         "effect pick-channel base.png --channel 4 -o out.png         | 1 | nativePickUpChannel failed with status -1",
-        "effect invert cut.png -o base.png                           | 1 | cut.png: a damaged or oversized PNG",
         "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
         "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
         "gallery --icons gone --out g                                | 1 | gone: no such folder",
@@ -130,7 +125,8 @@ class CommandLineTest {
 
     /**
      * The layer is scaled to the base, each operation gets its parameters and bitmaps, and the result may take the base's
-     * place. The relief takes the transparent pixel two columns and rows before away from the oblong's first one.
+     * place. The relief takes the transparent pixel two columns and rows before away from the oblong's first one; a swirl
+     * around the middle moves that one away, one around a point farther off does not reach it.
      */
     @ParameterizedTest
     @CsvSource({
@@ -141,6 +137,9 @@ class CommandLineTest {
         "effect complement base.png -o base.png,                       base.png, ff379bcd",
         "effect grey-map base.png -o out.png --low 255 --high 0,       out.png,  ff898989",
         "effect relief base.png -o out.png,                            out.png,  ffffe4b2",
+        "filter sepia base.png -o out.png,                             out.png,  ff94ad2f",
+        "filter swirl base.png -o out.png --angle 6,                   out.png,  0",
+        "filter swirl base.png -o out.png --angle 6 --centreX width,   out.png,  ffc86432",
     })
     void changes(String line, String out, String color) throws Exception {
         List<String> names = Stream.concat(contents().stream(), Stream.of(out)).distinct().sorted().toList();
@@ -153,11 +152,12 @@ class CommandLineTest {
     }
 
     @Test
-    void showsEveryBlendAndEffectInTheGallery() throws Exception {
+    void showsEveryOperationOnPicturesInTheGallery() throws Exception {
         Files.copy(folder.resolve("base.png"), folder.resolve("icon-oblong.png"));
         Files.copy(folder.resolve("layer.png"), folder.resolve("layer-plain.png"));
-        List<String> names = all("(?:BLEND|EFFECT) +(\\S+)", run(folder, "list").out);
-        assertTrue(names.containsAll(List.of("darken", "invert")));
+        List<String> names = all("(?:BLEND|EFFECT|FILTER) +(\\S+)", run(folder, "list").out);
+        assertTrue(names.containsAll(List.of("darken", "mode-23", "invert", "swirl")));
+        assertFalse(names.contains("linear-light-c"), "what has no native cannot be called");
 
         Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery", "--figures", "figures.csv");
         assertEquals(0, result.exitCode, result.err);
@@ -169,7 +169,12 @@ class CommandLineTest {
             all("class=\"bar peer-(\\w+\".*>[\\d,]+)</span>", page).stream().map(bar -> bar.replaceAll("\".*>", " ")).toList());
         assertTrue(page.contains("<b>1.25 ×</b>"), "the ratio to the fastest peer");
         assertFalse(page.contains("{{"), "a slot of the template was left open");
-        assertTrue(Pattern.compile("nativeEraseGray\\(bitmap, \\d+, null, null\\);").matcher(page).find(), "a call to copy");
+        for (String call : List.of("nativeEraseGray(bitmap, 100, null, null);", "nativeImageFilter10(source, destination,"
+                + " source.getWidth() / 2f, source.getHeight() / 2f, source.getWidth() * 5 / 12f, 0.3);")) {
+            assertTrue(page.contains("<code>VelUIBitmapUtils." + call + "</code>"), "a call to copy: " + call);
+        }
+        assertEquals(List.of("Darken", "Lighten", "Contrast", "Compare", "Hue", "By number", "Masks and sums", "Channels",
+            "Tones", "Patterns", "Colour", "Detail", "Space", "Measurements", "Speed"), all("<h2>([^<]+)</h2>", page));
         for (String name : Stream.concat(names.stream(), Stream.of("alpha-low", "alpha-high")).toList()) {
             assertEquals(10, ImageIO.read(folder.resolve("gallery/images/" + name + "-icon-oblong.png").toFile()).getWidth());
         }
@@ -186,21 +191,10 @@ class CommandLineTest {
     }
 
     private static Result run(Path folder, String... arguments) throws Exception {
-        List<String> command = new ArrayList<>(List.of(ROOT.resolve("fennic").toString()));
-        command.addAll(List.of(arguments));
-        Path out = Files.createTempFile("fennic", ".out");
-        Path err = Files.createTempFile("fennic", ".err");
-        try {
-            int exitCode = new ProcessBuilder(command)
-                .directory(folder.toFile())
-                .redirectOutput(out.toFile())
-                .redirectError(err.toFile())
-                .start()
-                .waitFor();
-            return new Result(exitCode, Files.readString(out), Files.readString(err));
-        } finally {
-            Files.delete(out);
-            Files.delete(err);
-        }
+        List<String> command = Stream.concat(Stream.of("" + ROOT.resolve("fennic")), Stream.of(arguments)).toList();
+        Path out = outputs.resolve("out"), err = outputs.resolve("err");
+        int exitCode = new ProcessBuilder(command).directory(folder.toFile())
+            .redirectOutput(out.toFile()).redirectError(err.toFile()).start().waitFor();
+        return new Result(exitCode, Files.readString(out), Files.readString(err));
     }
 }

@@ -2,8 +2,9 @@
 
 usage: check_exports.py LIBRARY
 
-Exported must be exactly: one native for every line of jni/Operations.def and for every one that the Java class declares, the
-public static methods that the class headers declare, and the one global. Needed libraries: libjnigraphics, liblog, libm, libc.
+Exported must be exactly: one native for every line of jni/Operations.def that names one, and for every one that the Java class
+declares; the public static methods that the class headers declare; and the one global. Needed libraries: libjnigraphics, liblog,
+libm, libc.
 """
 
 import re
@@ -34,7 +35,7 @@ natives = {name for name in exported if name.startswith("Java_")}
 methods = sorted(name.split("(")[0] for name in exported if "::" in name)
 others = {name for name in exported if not name.startswith("Java_") and "::" not in name}
 
-listed = re.findall(r"^(?:[A-Z]+)\((native\w+)", (root / "jni/Operations.def").read_text(), re.M)
+listed = re.findall(r"^OPERATION\(\w+, *(native\w+)", (root / "jni/Operations.def").read_text(), re.M)
 expected_natives = {prefix + name for name in listed}
 java = (root / "java/com/velmora/display/fennic/VelUIBitmapUtils.java").read_text()
 java_natives = {prefix + name for name in re.findall(r"\bnative \w+ (\w+)\(", java)}

@@ -1,10 +1,6 @@
 package com.velmora.display.fennic.cli;
 
-import static java.nio.charset.StandardCharsets.UTF_8;
-
-import java.io.FileNotFoundException;
-import java.io.IOException;
-import java.io.InputStream;
+import java.util.Set;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
@@ -39,7 +35,8 @@ public final class Fennic implements Runnable {
     private static int run(String[] args) {
         try {
             CommandLine line = new CommandLine(new Fennic());
-            for (CommandLine command : line.getSubcommands().values()) {
+            // A command stands there once more for each of its aliases.
+            for (CommandLine command : Set.copyOf(line.getSubcommands().values())) {
                 if (command.getCommand() instanceof Change change) {
                     change.offerParameters();
                 }
@@ -55,18 +52,6 @@ public final class Fennic implements Runnable {
     static int complain(String message, int exitCode) {
         System.err.println("fennic: " + message);
         return exitCode;
-    }
-
-    /** The text of a file that the jar holds beside this class. */
-    static String resource(String name) {
-        try (InputStream in = Fennic.class.getResourceAsStream(name)) {
-            if (in == null) {
-                throw new FileNotFoundException(name);
-            }
-            return new String(in.readAllBytes(), UTF_8);
-        } catch (IOException e) {
-            throw new Failure(name, "missing from fennic.jar; build the jar anew");
-        }
     }
 
     private static String usage(ParameterException e) {

@@ -6,6 +6,7 @@ import static java.util.stream.Collectors.toMap;
 
 import android.graphics.Bitmap;
 import com.velmora.display.fennic.cli.Operation.Parameter;
+import com.velmora.display.fennic.cli.Operation.Value;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
@@ -18,7 +19,7 @@ import java.util.stream.Stream;
 import picocli.CommandLine.Command;
 import picocli.CommandLine.Option;
 
-@Command(name = "gallery", description = "Shows every blend and effect on icons as a web page.")
+@Command(name = "gallery", description = "Shows every blend, effect and filter on icons as a web page.")
 final class Gallery implements Callable<Integer> {
     /** Twice the size at which the page shows a picture would be ideal; this keeps eighty operations below 15 MB. */
     private static final int THUMBNAIL = 120;
@@ -80,7 +81,7 @@ final class Gallery implements Callable<Integer> {
             pictures.add(subject.layer);
         }
         Stopwatch stopwatch = new Stopwatch(subjects.get(0).icon.bitmap, subjects.get(0).layer.bitmap);
-        List<Operation> operations = Stream.of("BLEND", "EFFECT").flatMap(kind -> Operation.of(kind).stream()).toList();
+        List<Operation> operations = Operation.of(List.of("BLEND", "EFFECT", "FILTER"));
         try (Progress progress = new Progress(operations.size() + 1)) {
             for (Operation operation : operations) {
                 progress.step(operation.name());
@@ -111,7 +112,7 @@ final class Gallery implements Callable<Integer> {
 
     private static Result result(Operation operation, Subject subject, String suffix, Function<Parameter, String> value) {
         List<Parameter> compared = operation.compared();
-        Map<String, Object> values = compared.stream().collect(toMap(Parameter::name, p -> p.value(value.apply(p))));
+        Map<String, Value> values = compared.stream().collect(toMap(Parameter::name, p -> p.value(value.apply(p))));
         String caption = compared.isEmpty()
             ? operation.name()
             : compared.stream().map(p -> p.name() + " " + value.apply(p)).collect(joining(", "));

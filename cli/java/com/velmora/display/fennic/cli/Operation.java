@@ -13,53 +13,83 @@ import java.util.Comparator;
 import java.util.List;
 import java.util.Locale;
 import java.util.Map;
+import java.util.Set;
+import java.util.function.ToIntFunction;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
 
 /** One line of Operations.def, the list that the library, its tests and this command line share. */
-record Operation(
-    String kind, String nativeName, String className, String method, String name, List<Parameter> parameters, String summary) {
+public record Operation(
+    String kind, String nativeName, String name, String frame, String family, Set<String> traits, List<Parameter> parameters,
+    String summary) {
+
+    /** A value, which may depend on the size of the picture that it is for. */
+    interface Value {
+        Object in(Bitmap picture);
+    }
 
     /**
      * A parameter; initial is null where the list gives no default, last where it gives no range of operations, low and high
      * where it gives no values beside the default.
      */
-    record Parameter(String name, String type, String initial, String last, String low, String high) {
+    public record Parameter(String name, String type, String initial, String last, String low, String high) {
+        private static final Pattern SIZE = Pattern.compile("(width|height)(?:\\*(\\d+))?(?:/([1-9]\\d*))?");
         private static final Pattern SHIFTED = Pattern.compile("shifted\\((-?\\d+),(-?\\d+)\\)");
 
         static Parameter bitmap(String name, String recipe) {
             return new Parameter(name, "bitmap", recipe, null, null, null);
         }
 
-        Object value(String text) {
+        Value value(String text) {
+            Matcher size = SIZE.matcher(text);
             try {
-                return switch (type) {
-                    case "int" -> Integer.decode(text);
-                    case "float" -> Float.valueOf(text);
-                    case "double" -> Double.valueOf(text);
-                    case "boolean" -> switch (text) {
-                        case "true" -> true;
-                        case "false" -> false;
-                        default -> throw new NumberFormatException();
-                    };
-                    case "int[]" -> Stream.of(elements(text)).mapToInt(Integer::decode).toArray();
-                    case "float[]" -> {
-                        String[] elements = elements(text);
-                        float[] values = new float[elements.length];
-                        for (int i = 0; i < values.length; ++i) {
-                            values[i] = Float.parseFloat(elements[i]);
-                        }
-                        yield values;
-                    }
-                    case "object" -> null;
-                    default -> throw new Failure("--" + name + " is of type " + type + ", which cannot be given here");
-                };
+                if (size.matches()) {
+                    return sized(size.group(1).equals("width") ? Bitmap::getWidth : Bitmap::getHeight,
+                        size.group(2) == null ? 1 : Double.parseDouble(size.group(2)),
+                        size.group(3) == null ? 1 : Double.parseDouble(size.group(3)));
+                }
+                Object fixed = fixed(text);
+                return picture -> fixed;
             } catch (NumberFormatException e) {
                 String kind = type.endsWith("[]") ? type + " like " + initial : type;
                 throw new IllegalArgumentException("--" + name + " takes a value of type " + kind + ", not '" + text + "'");
             }
+        }
+
+        /** Computed in double: exact up to the quotient, which rounds to the same float as the one in the literal. */
+        private Value sized(ToIntFunction<Bitmap> side, double factor, double divisor) {
+            return switch (type) {
+                case "int" -> picture -> (int) (side.applyAsInt(picture) * factor / divisor);
+                case "float" -> picture -> (float) (side.applyAsInt(picture) * factor / divisor);
+                case "double" -> picture -> side.applyAsInt(picture) * factor / divisor;
+                default -> throw new NumberFormatException();
+            };
+        }
+
+        private Object fixed(String text) {
+            return switch (type) {
+                case "int" -> Integer.decode(text);
+                case "float" -> Float.valueOf(text);
+                case "double" -> Double.valueOf(text);
+                case "boolean" -> switch (text) {
+                    case "true" -> true;
+                    case "false" -> false;
+                    default -> throw new NumberFormatException();
+                };
+                case "int[]" -> Stream.of(elements(text)).mapToInt(Integer::decode).toArray();
+                case "float[]" -> {
+                    String[] elements = elements(text);
+                    float[] values = new float[elements.length];
+                    for (int i = 0; i < values.length; ++i) {
+                        values[i] = Float.parseFloat(elements[i]);
+                    }
+                    yield values;
+                }
+                case "object" -> null;
+                default -> throw new Failure("--" + name + " is of type " + type + ", which cannot be given here");
+            };
         }
 
         /** An array always has the default's length, for the natives count on it. */
@@ -85,8 +115,14 @@ record Operation(
             };
         }
 
-        /** The default as Java source. */
-        String literal() {
+        /** The default as Java source; a size is that of the bitmap of this name. */
+        private String literal(String bitmap) {
+            Matcher size = SIZE.matcher(initial);
+            if (size.matches()) {
+                String side = initial.replace("width", bitmap + ".getWidth()").replace("height", bitmap + ".getHeight()");
+                String suffix = size.group(3) == null || type.equals("int") ? "" : type.equals("float") ? "f" : ".0";
+                return side.replaceAll("([*/])", " $1 ") + suffix;
+            }
             return switch (type) {
                 case "bitmap" -> name;
                 case "float" -> initial + "f";
@@ -96,7 +132,7 @@ record Operation(
             };
         }
 
-        boolean isBitmap() {
+        public boolean isBitmap() {
             return type.equals("bitmap");
         }
 
@@ -116,22 +152,29 @@ record Operation(
         }
     }
 
-    private static final Pattern LINE = Pattern.compile(
-        "([A-Z]+)\\((\\w+), *(\\w+), *(\\w+), *\"([^\"]+)\", *\"([^\"]*)\", *\"([^\"]*)\"\\)");
+    /** The kind, native, class, method, name, frame, family, traits, parameters and summary. */
+    private static final Pattern LINE = Pattern.compile("OPERATION\\((\\w+), *(\\w+), *(\\w+), *(\\w+), *\"([^\"]+)\", *(\\w+)"
+        + ", *\"([^\"]+)\", *\"([^\"]*)\", *\"([^\"]*)\", *\"([^\"]+)\"\\)");
     private static final Pattern PARAMETER = Pattern.compile(
         "(\\w+):(\\w+(?:\\[\\d*])?)(?:=([^\\s\\[]+?)(?:\\.\\.([^\\s\\[]+)|\\[(\\S+)\\.\\.(\\S+)])?)?");
 
+    /** Every line of the list. */
+    public static List<Operation> listed() {
+        return Loaded.LINES;
+    }
+
+    /** What can be called, a numbered operation once for each of its numbers. */
     static List<Operation> all() {
         return Loaded.OPERATIONS;
     }
 
-    static List<Operation> of(String kind) {
-        return all().stream().filter(operation -> operation.kind.equals(kind)).toList();
+    static List<Operation> of(List<String> kinds) {
+        return all().stream().filter(operation -> kinds.contains(operation.kind)).toList();
     }
 
-    /** The operation of that kind and name; the message of the exception names its nearest relatives. */
-    static Operation named(String kind, String name) {
-        List<Operation> operations = of(kind);
+    /** The operation of those kinds and that name; the message of the exception names its nearest relatives. */
+    static Operation named(List<String> kinds, String name) {
+        List<Operation> operations = of(kinds);
         return operations.stream().filter(operation -> operation.name.equals(name)).findFirst().orElseThrow(() -> {
             String near = operations.stream()
                 .map(Operation::name)
@@ -140,7 +183,8 @@ record Operation(
                 .limit(3)
                 .collect(joining(" or "));
             String hint = near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
-            return new IllegalArgumentException("unknown " + kind.toLowerCase(Locale.ROOT) + " '" + name + "'; " + hint);
+            String kind = kinds.get(0).toLowerCase(Locale.ROOT);
+            return new IllegalArgumentException("unknown " + kind + " '" + name + "'; " + hint);
         });
     }
 
@@ -155,23 +199,35 @@ record Operation(
     }
 
     /** A changed copy of the picture; values by name stand in for the defaults. */
-    Bitmap changed(Bitmap picture, Bitmap layer, Map<String, Object> values) {
+    Bitmap changed(Bitmap picture, Bitmap layer, Map<String, Value> values) {
         Bitmap result = picture.copy(Bitmap.Config.ARGB_8888, true);
         apply(arguments(result, picture, layer, values));
         return result;
     }
 
     /** What the native takes to change the result, which starts as a copy of the picture. */
-    Object[] arguments(Bitmap result, Bitmap picture, Bitmap layer, Map<String, Object> values) {
+    Object[] arguments(Bitmap result, Bitmap picture, Bitmap layer, Map<String, Value> values) {
         return parameters.stream()
             .map(p -> p.isBitmap() ? p.prepared(result, picture, layer)
-                : values.containsKey(p.name) ? values.get(p.name) : p.value(p.initial))
+                : values.getOrDefault(p.name, p.value(p.initial)).in(picture))
             .toArray();
+    }
+
+    /** The call with all defaults as Java source. */
+    String call() {
+        String bitmap = parameters.get(0).name;
+        String arguments = parameters.stream().map(parameter -> parameter.literal(bitmap)).collect(joining(", "));
+        return "VelUIBitmapUtils." + nativeName + "(" + arguments + ");";
+    }
+
+    /** The Java class's method; null where the operation has no native. */
+    public Method method() {
+        return Natives.BY_NAME.get(nativeName);
     }
 
     /** Calls the native; a negative status, which every writing native may return, is a failure. */
     void apply(Object... arguments) {
-        Method method = Natives.BY_NAME.get(nativeName);
+        Method method = method();
         if (method == null) {
             throw new Failure("VelUIBitmapUtils does not declare " + nativeName + "; declare it there");
         }
@@ -200,7 +256,7 @@ record Operation(
         }
         String kind = match.group(1);
         List<Parameter> parameters = new ArrayList<>();
-        for (String text : match.group(6).isBlank() ? new String[0] : match.group(6).strip().split("\\s+")) {
+        for (String text : words(match.group(9))) {
             Matcher parameter = PARAMETER.matcher(text);
             if (!parameter.matches()) {
                 throw new Failure("Operations.def:" + number, "not a parameter (name:type=default): " + text);
@@ -210,15 +266,19 @@ record Operation(
         }
         if (kind.equals("BLEND")) {
             parameters.addAll(0, List.of(Parameter.bitmap("base", "result"), Parameter.bitmap("layer", "layer")));
-        } else if (kind.equals("EFFECT") && parameters.stream().noneMatch(Parameter::isBitmap)) {
+        } else if (List.of("EFFECT", "FILTER").contains(kind) && parameters.stream().noneMatch(Parameter::isBitmap)) {
             parameters.add(0, Parameter.bitmap("bitmap", "result"));
         }
-        return new Operation(kind, match.group(2), match.group(3), match.group(4), match.group(5),
-            List.copyOf(parameters), match.group(7));
+        return new Operation(kind, match.group(2), match.group(5), match.group(6), match.group(7),
+            Set.copyOf(words(match.group(8))), List.copyOf(parameters), match.group(10));
+    }
+
+    private static List<String> words(String text) {
+        return text.isBlank() ? List.of() : List.of(text.strip().split("\\s+"));
     }
 
     /** Whether it is one number of an operation that the list gives a range of. */
-    boolean isNumbered() {
+    public boolean isNumbered() {
         return parameters.stream().anyMatch(parameter -> parameter.last != null);
     }
 
@@ -235,7 +295,7 @@ record Operation(
                 .filter(operation -> operation.nativeName.equals("nativeBitmapHandle" + number))
                 .map(Operation::name)
                 .collect(joining());
-            return new Operation(kind, nativeName, className, method, name + "-" + number,
+            return new Operation(kind, nativeName, name + "-" + number, frame, family, traits,
                 parameters.stream().map(parameter -> parameter == ranged ? fixed : parameter).toList(), summary + ": " + like);
         });
     }
@@ -269,18 +329,22 @@ record Operation(
     }
 
     private static final class Loaded {
-        static final List<Operation> OPERATIONS = load();
+        static final List<Operation> LINES = lines();
+        static final List<Operation> OPERATIONS = LINES.stream()
+            .filter(operation -> !operation.kind.equals("INNER"))
+            .flatMap(operation -> operation.variants(LINES))
+            .toList();
 
-        private static List<Operation> load() {
+        private static List<Operation> lines() {
             List<Operation> listed = new ArrayList<>();
             int number = 0;
-            for (String line : Fennic.resource("Operations.def").split("\n")) {
+            for (String line : Resource.text("Operations.def").split("\n")) {
                 ++number;
                 if (!line.isBlank() && !line.startsWith("//") && !line.startsWith("#")) {
                     listed.add(parse(line.strip(), number));
                 }
             }
-            return listed.stream().flatMap(operation -> operation.variants(listed)).toList();
+            return List.copyOf(listed);
         }
     }
 

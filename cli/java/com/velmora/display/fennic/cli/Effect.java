@@ -6,17 +6,18 @@ import picocli.CommandLine.Parameters;
 
 @Command(
     name = "effect",
+    aliases = "filter",
     customSynopsis = "fennic effect NAME IN [--PARAMETER=VALUE ...] -o OUT",
     description = "Changes a picture and writes a PNG.")
 final class Effect extends Change {
-    @Parameters(index = "0", paramLabel = "NAME", description = "A name that 'fennic list' shows as EFFECT.")
+    @Parameters(index = "0", paramLabel = "NAME", description = "A name that 'fennic list' shows as EFFECT or FILTER.")
     private String name;
 
     @Parameters(index = "1", paramLabel = "IN", description = "The PNG to change.")
     private Path in;
 
     Effect() {
-        super("EFFECT");
+        super("EFFECT", "FILTER");
     }
 
     @Override

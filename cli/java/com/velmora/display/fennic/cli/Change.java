@@ -4,9 +4,11 @@ import static java.util.stream.Collectors.joining;
 
 import android.graphics.Bitmap;
 import com.velmora.display.fennic.cli.Operation.Parameter;
+import com.velmora.display.fennic.cli.Operation.Value;
 import java.nio.file.Path;
 import java.util.HashMap;
 import java.util.LinkedHashMap;
+import java.util.List;
 import java.util.Map;
 import java.util.concurrent.Callable;
 import java.util.stream.Stream;
@@ -17,9 +19,9 @@ import picocli.CommandLine.Option;
 import picocli.CommandLine.ParameterException;
 import picocli.CommandLine.Spec;
 
-/** A command that applies one operation of a kind to a picture and writes what comes of it. */
+/** A command that applies one operation of some kinds to a picture and writes what comes of it. */
 abstract class Change implements Callable<Integer> {
-    private final String kind;
+    private final List<String> kinds;
 
     @Option(
         names = {"-o", "--out"},
@@ -30,8 +32,8 @@ abstract class Change implements Callable<Integer> {
 
     @Spec private CommandSpec model;
 
-    Change(String kind) {
-        this.kind = kind;
+    Change(String... kinds) {
+        this.kinds = List.of(kinds);
     }
 
     /**
@@ -40,7 +42,7 @@ abstract class Change implements Callable<Integer> {
      */
     void offerParameters() {
         Map<String, String> takers = new LinkedHashMap<>();
-        for (Operation operation : Operation.of(kind)) {
+        for (Operation operation : Operation.of(kinds)) {
             if (!operation.choices().isEmpty()) {
                 takers.put(operation.name(),
                     operation.choices().stream().map(p -> "--" + p.name() + "=" + p.initial()).collect(joining(" ")));
@@ -51,12 +53,12 @@ abstract class Change implements Callable<Integer> {
         model.usageMessage().footer(new Help(model).createTextTable(takers).toString().split("\n"));
     }
 
-    /** The layer is null where the kind takes none. */
+    /** The layer is null where the kinds take none. */
     int change(String name, Path file, Path layer) {
         Operation operation;
-        Map<String, Object> values;
+        Map<String, Value> values;
         try {
-            operation = Operation.named(kind, name);
+            operation = Operation.named(kinds, name);
             values = values(operation);
         } catch (IllegalArgumentException e) {
             throw new ParameterException(model.commandLine(), e.getMessage());
@@ -68,8 +70,8 @@ abstract class Change implements Callable<Integer> {
         return 0;
     }
 
-    private Map<String, Object> values(Operation operation) {
-        Map<String, Object> values = new HashMap<>();
+    private Map<String, Value> values(Operation operation) {
+        Map<String, Value> values = new HashMap<>();
         names().forEach(name -> {
             String text = model.findOption("--" + name).getValue();
             if (text != null) {
@@ -81,6 +83,6 @@ abstract class Change implements Callable<Integer> {
     }
 
     private Stream<String> names() {
-        return Operation.of(kind).stream().flatMap(operation -> operation.choices().stream()).map(Parameter::name).distinct();
+        return Operation.of(kinds).stream().flatMap(operation -> operation.choices().stream()).map(Parameter::name).distinct();
     }
 }

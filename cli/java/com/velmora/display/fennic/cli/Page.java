@@ -32,14 +32,13 @@ final class Page {
 
     String html() {
         Map<String, List<Gallery.Card>> families = new LinkedHashMap<>();
-        cards.forEach(card -> families.computeIfAbsent(family(card.operation()), name -> new ArrayList<>()).add(card));
+        cards.forEach(card -> families.computeIfAbsent(card.operation().family(), family -> new ArrayList<>()).add(card));
         long layers = subjects.stream().map(subject -> subject.layer().name()).distinct().count();
-        return Fennic.resource("gallery.html")
-            .replace("{{style}}", Fennic.resource("gallery.css") + shared())
+        return Resource.text("gallery.html")
+            .replace("{{style}}", Resource.text("gallery.css") + shared())
             .replace("{{favicon}}", data(subjects.get(0).icon()))
-            .replace("{{counts}}", "%d blends and %d effects over %d icons and %d layers".formatted(
-                cards.stream().filter(card -> isBlend(card.operation())).count(),
-                cards.stream().filter(card -> !isBlend(card.operation())).count(), subjects.size(), layers))
+            .replace("{{counts}}", "%d blends, %d effects and %d filters over %d icons and %d layers".formatted(
+                count("BLEND"), count("EFFECT"), count("FILTER"), subjects.size(), layers))
             .replace("{{navigation}}", each(families, this::navigation))
             .replace("{{families}}", each(families, this::section))
             .replace("{{measurements}}", subjects.stream().map(this::measurement).collect(joining()))
@@ -52,20 +51,12 @@ final class Page {
             .replace("{{date}}", LocalDate.now().toString());
     }
 
-    private static boolean isBlend(Operation operation) {
-        return operation.kind().equals("BLEND");
+    private long count(String kind) {
+        return cards.stream().filter(card -> card.operation().kind().equals(kind)).count();
     }
 
-    /** The numbers in the natives' names follow the families. */
-    private static String family(Operation operation) {
-        if (!isBlend(operation)) {
-            return "Effects";
-        }
-        if (!operation.nativeName().matches("nativeBitmapHandle\\d+.*")) {
-            return operation.isNumbered() ? "By number" : "Masks and sums";
-        }
-        int number = Integer.parseInt(operation.nativeName().replaceAll("\\D", ""));
-        return number <= 7 ? "Darken" : number <= 12 ? "Lighten" : number <= 19 ? "Contrast" : number <= 23 ? "Compare" : "Hue";
+    private static boolean isBlend(Operation operation) {
+        return operation.kind().equals("BLEND");
     }
 
     private interface Part {
@@ -95,8 +86,6 @@ final class Page {
             .filter(Operation.Parameter::isValue)
             .map(p -> "<span class=\"parameter\">%s = %s</span>".formatted(escaped(p.name()), escaped(p.initial())))
             .collect(joining("\n"));
-        String call = "VelUIBitmapUtils.%s(%s);".formatted(
-            operation.nativeName(), operation.parameters().stream().map(Operation.Parameter::literal).collect(joining(", ")));
         return """
             <article class="card" id="card-%1$s" data-words="%1$s %2$s">
             <header>
@@ -114,7 +103,7 @@ final class Page {
                 escaped(operation.name()), operation.nativeName(), parameters,
                 String.format(Locale.ROOT, card.nanosPerPixel() < 10 ? "%.2f" : "%.1f", card.nanosPerPixel()),
                 escaped(operation.summary()),
-                card.strips().stream().map(strip -> strip(operation, strip)).collect(joining()), escaped(call),
+                card.strips().stream().map(strip -> strip(operation, strip)).collect(joining()), escaped(operation.call()),
                 1 + (isBlend(operation) ? 1 : 0) + card.strips().get(0).results().size());
     }
 
