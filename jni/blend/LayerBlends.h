@@ -38,7 +38,7 @@ constexpr auto linearDodge  = RULE() { const auto r = fused(c2, a1 * K, c1); ret
 constexpr auto lighterColor = wholeColour([](Channel layer, Channel base) { return layer < base; });
 
 // min(c1 + n2 * c1 / (255 - c2), a1) with an integer quotient, n2 being c2. Deliberate: blue takes the layer's red as n2.
-// Truncating the sum equals truncating the quotient: below 256 the quotient's rounding is finer than 1/255, and above it a1 wins.
+// Truncating the sum equals truncating the quotient: below 256 the quotient's rounding is finer than 1/255, above it a1 wins.
 // A divisor of 0 gives infinity or NaN, which a1 replaces too.
 constexpr auto colorDodge = [](Word base, Word layer) -> Word {
     const Channel a1 = channelOf(base, alpha);
@@ -51,9 +51,10 @@ constexpr auto colorDodge = [](Word base, Word layer) -> Word {
 };
 
 // Contrast.
-constexpr auto overlay     = RULE() { return capped(c1 <= a1 / 2.0f ? c1 * c2 * per128 : less(a1, a1 - c1, inverse(c2)), top); };
-constexpr auto overlayB    = RULE() { return clamped(c1 <= a1 / 2.0f ? c1 * c2 * per128 : less(top, a1 - c1, a2 - c2), top); };
-constexpr auto hardLight   = RULE() { return capped(c2 <= 128.0f ? c1 * c2 * per128 : less(top, top - c1, inverse(c2)), top); };
+constexpr auto overlay   = RULE() { return capped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less(a1, a1 - c1, inverse(c2)), top); };
+constexpr auto overlayB  = RULE() { return clamped(c1 <= a1 * 0.5f ? c1 * c2 * per128 : less(top, a1 - c1, a2 - c2), top); };
+constexpr auto hardLight = RULE() { return capped(c2 <= 128.0f ? c1 * c2 * per128 : less(top, top - c1, inverse(c2)), top); };
+
 constexpr auto linearLight = mixed(RULE() { return fused(2.0f * c2 * a1, K, c1) - a1; });
 constexpr auto hardMix     = RULE() { return fused(c2, a1 * K, c1) >= a1 ? a1 : 0.0f; };
 
@@ -90,7 +91,7 @@ constexpr auto exclusion  = RULE() { return less(fused(c2, a1 * K, c1), c1, c2);
 constexpr auto subtract   = RULE() { return positive(fused(-c2, a1 * K, c1)); };
 constexpr auto divide     = RULE() {
     const auto quotient = c1 * a1 / straight(c2, a2);
-    return c1 == 0.0f && c2 == 0.0f ? 0.0f : over(c1, a1, a2, c2 != 0.0f ? quotient * a2 * K : a2);
+    return over(c1, a1, a2, c2 != 0.0f ? quotient * a2 * K : c1 == 0.0f ? 0.0f : a2);
 };
 
 // clang-format on

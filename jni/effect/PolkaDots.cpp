@@ -39,11 +39,11 @@ int BitmapPolkaDot(JNIEnv* env, jobject bitmap, int size, float, float radius) {
         const float reach = double(float(R)) > R ? nextafterf(float(R), -INFINITY) : float(R);
         // A row of cells is sampled before any of its pixels changes. Centres lie below their cells' first row where size is
         // positive; else above it, so that the walk has to go upwards to find them unchanged.
-        std::size_t sampled = height;
+        std::size_t sampled = 0;
         for (std::size_t i = 0; i < height; ++i) {
             const std::size_t y = size > 0 ? i : height - 1 - i;
             const Centre centre = Centre::of(y, size, height);
-            if (centre.nearest != sampled) {
+            if (i == 0 || centre.nearest != sampled) {
                 sampled = centre.nearest;
                 const StoredWord* source = pixels.row(sampled);
                 for (std::size_t x = 0; x < width; ++x) samples.at[x] = source[columns.at[x]];

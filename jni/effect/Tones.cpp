@@ -31,8 +31,9 @@ constexpr auto mapped = [](Channel scale, Channel base) {
 
 constexpr auto comic = [](Word word) -> Word {
     const int r = byteOf(word, red), g = byteOf(word, green), b = byteOf(word, blue);
-    // Deliberate: the sums are taken as unsigned, so that a negative one is huge and any factor but 0 makes it 255.
-    auto asUnsigned = [](int sum) { return Channel(sum) + (sum < 0 ? 0x1p32f : 0.0f); };
+    // Deliberate: the sums are taken as unsigned, so that a negative one is huge and any factor but 0 makes it 255, even
+    // without the uppermost bit.
+    auto asUnsigned = [](int sum) { return Channel(sum & INT_MAX); };
     const Channel s1 = asUnsigned(r - b + 2 * g), s2 = asUnsigned(r - g + 2 * b);
     auto tint = [](Channel s, int c) { return stored(clamped(s * K * Channel(c), 255.0f)); };
     return alphaOf(word) | tint(s1, r) << red | tint(s2, r) << green | tint(s2, g) << blue;

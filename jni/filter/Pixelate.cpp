@@ -22,11 +22,12 @@ public:
     // The colours of a piece of the row, eight pixels at a time, and further than they reach. Deliberate: going up a row is one
     // pixel short of a row, so that row dy of a block takes its colour dy pixels to the right.
     void read(std::int64_t begin, std::int64_t end, Word (&colours)[most + spread]) {
-        for (std::int64_t x = begin; x < end;) {
+        std::int64_t x = begin;
+        do {
             if (x == next) colour = row[x - dy * (width - 1)], next += step;
-            for (const std::int64_t last = lesser(next, end); x < last; x = lesser(x + spread, last))
-                for (std::int64_t i = 0; i < spread; ++i) colours[x - begin + i] = colour;
-        }
+            for (std::int64_t i = 0; i < spread; ++i) colours[x - begin + i] = colour;
+            x = lesser(x + spread, lesser(next, end));
+        } while (x < end);
     }
 
     // Calls use(x) for the first pixels of blocks that keep their bytes, in the same piece.

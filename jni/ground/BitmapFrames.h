@@ -119,7 +119,7 @@ int pair(JNIEnv* env, jobject object1, jobject object2, Loop loop) {
     Bitmap bitmaps[] = {{env, object1}, {env, object2}};
     int result;
     if (!areRgba(bitmaps, result)) return result;
-    const auto& [base, layer] = bitmaps;
+    const Bitmap &base = bitmaps[0], &layer = bitmaps[1];
     const bool covers = layer.info.width >= base.info.width && layer.info.height >= base.info.height;
     if (!base.isSound() || !layer.isSound() || !covers) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     return whileLocked(base, [&](Pixels pixels1) { whileLocked(layer, [&](Pixels pixels2) { loop(pixels1, pixels2); }); });
@@ -133,7 +133,7 @@ int pairWithoutRelease(JNIEnv* env, jobject object1, jobject object2, Grid (*gri
     Bitmap bitmaps[] = {{env, object1}, {env, object2}};
     int result;
     if (!areRgba(bitmaps, result)) return result;
-    const auto& [source, destination] = bitmaps;
+    const Bitmap &source = bitmaps[0], &destination = bitmaps[1];
     const Grid grid = gridOfSource(source);
     if (!source.isSound() || !holds(destination, grid)) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     void *address1 = nullptr, *address2 = nullptr;

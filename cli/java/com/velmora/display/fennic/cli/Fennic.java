@@ -6,6 +6,7 @@ import java.util.regex.Pattern;
 import java.util.stream.Collectors;
 import picocli.CommandLine;
 import picocli.CommandLine.Command;
+import picocli.CommandLine.IVersionProvider;
 import picocli.CommandLine.Model.CommandSpec;
 import picocli.CommandLine.ParameterException;
 import picocli.CommandLine.ScopeType;
@@ -16,11 +17,19 @@ import picocli.CommandLine.UnmatchedArgumentException;
 @Command(
     name = "fennic",
     mixinStandardHelpOptions = true,
-    version = "fennic 1.0.0",
+    versionProvider = Fennic.Version.class,
     scope = ScopeType.INHERIT,
     description = "Measures, blends and changes icons with libfennic, on the desktop.",
     subcommands = {Listing.class, Measure.class, Blend.class, Effect.class, Gallery.class})
 public final class Fennic implements Runnable {
+    /** The build's own, from the jar's manifest. */
+    static final class Version implements IVersionProvider {
+        @Override
+        public String[] getVersion() {
+            return new String[] {"fennic " + Fennic.class.getPackage().getImplementationVersion()};
+        }
+    }
+
     @Spec private CommandSpec model;
 
     public static void main(String[] args) {
