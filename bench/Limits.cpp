@@ -1,25 +1,27 @@
-// What this machine does at most: plain loops, compiled with the library's own flags and processor clones.
+// What this machine does at most: plain loops, compiled with the library's own flags and for this very processor.
 #include "Pictures.h"
-#include "Pixel.h"
+#include "ground/Pixel.h"
 
 #include <cstring>
 
 namespace {
 
+using namespace LEVEL;
+
 volatile std::uint64_t sum;
 
-CLONES void copy(Word* to, const Word* from, std::size_t count) { std::memcpy(to, from, 4 * count); }
+void copy(Word* to, const Word* from, std::size_t count) { std::memcpy(to, from, 4 * count); }
 
-CLONES void readTwoWriteOne(Word* to, const Word* from, std::size_t count) {
+void readTwoWriteOne(Word* to, const Word* from, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) to[i] ^= from[i];
 }
 
-CLONES void complement(Word* words, const Word*, std::size_t count) {
+void complement(Word* words, const Word*, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) words[i] ^= 0x00FFFFFF;
 }
 
 // Rows of bytes into 16 bits each, no more rows than these can hold; every size of picture comes out even.
-CLONES void byteSum(Word* words, const Word*, std::size_t count) {
+void byteSum(Word* words, const Word*, std::size_t count) {
     constexpr std::size_t width = 64, rows = 64;
     const auto* bytes = reinterpret_cast<const unsigned char*>(words);
     std::uint64_t total = 0;
@@ -34,18 +36,18 @@ CLONES void byteSum(Word* words, const Word*, std::size_t count) {
 
 // The float line: red, green and blue from bytes to floats, one multiply-add, back to bytes; the alpha is kept. Results stay
 // below 256.
-CLONES void floatLine(Word* words, const Word*, std::size_t count) {
+void floatLine(Word* words, const Word*, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const Word word = words[i];
-        auto byte = [=](int c) INLINE { return stored(fused(channelOf(word, c), 0.5f, 64.0f)) << c; };
+        auto byte = [=](int c) { return stored(fused(channelOf(word, c), 0.5f, 64.0f)) << c; };
         words[i] = (word & opacity) | byte(red) | byte(green) | byte(blue);
     }
 }
 
-CLONES void floatLineOfTwo(Word* to, const Word* from, std::size_t count) {
+void floatLineOfTwo(Word* to, const Word* from, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const Word base = to[i], layer = from[i];
-        auto byte = [=](int c) INLINE { return stored(fused(channelOf(layer, c), 0x1p-8f, channelOf(base, c))) << c; };
+        auto byte = [=](int c) { return stored(fused(channelOf(layer, c), 0x1p-8f, channelOf(base, c))) << c; };
         to[i] = (base & opacity) | byte(red) | byte(green) | byte(blue);
     }
 }

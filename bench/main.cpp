@@ -1,8 +1,9 @@
 // Runs cases under Google Benchmark and prints a line for each: size,peer,op,best_mpx_s,median_mpx_s, in millions of pixels a
 // second.
 //
-//   fennic_benchmark SIZES FILTER    (SIZES as 1,192; operations that FILTER matches, and the limits; Google Benchmark's
-//   options)
+//   fennic_benchmark SIZES FILTER [LEVEL]    (SIZES as 1,192; operations that FILTER matches, and the limits; a processor
+//   level, by default the best; Google Benchmark's options)
+#include "AtLevels.h"
 #include "Pictures.h"
 
 #include <benchmark/benchmark.h>
@@ -78,7 +79,8 @@ public:
 
 int main(int count, char** arguments) {
     benchmark::Initialize(&count, arguments);
-    if (count != 3) return 2;
+    if (count != 3 && count != 4) return 2;
+    if (count == 4) useLevel(arguments[3]);
     std::istringstream sizes(arguments[1]);
     const std::regex filter(arguments[2]);
     for (std::string word; std::getline(sizes, word, ',');) {

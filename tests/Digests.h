@@ -3,15 +3,11 @@
 // computes other bytes than the one that recorded them differs.
 #pragma once
 
-#include "Written.h"
+#include "Doubles.h"
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
-#include <fstream>
 #include <map>
-#include <sstream>
-#include <string>
 
 // Four FNV-1a lanes over words, so that a digest keeps up with the operations.
 class Digest {
@@ -25,6 +21,7 @@ public:
         for (int i = 1; i < 4; ++i) add(all, lanes[i]);
         return all;
     }
+    std::string text() const;
 
 private:
     static void add(std::uint64_t& lane, std::uint64_t number) { lane = (lane ^ number) * 0x100000001b3; }
@@ -35,51 +32,19 @@ class DigestTable {
 public:
     enum Column { valid, arbitrary, extreme, domain, wide };
 
-    explicit DigestTable(const char* path) : file(path) {
-        std::ifstream in(path);
-        for (std::string line; std::getline(in, line);) {
-            const std::size_t end = line.find(" : ");
-            if (line[0] == '#' || end == std::string::npos) {
-                head += line + '\n';
-                continue;
-            }
-            std::istringstream words(line.substr(end + 3));
-            for (std::string& digest : rows[line.substr(0, end)]) words >> digest;
-        }
-    }
-
+    DigestTable();
     std::string& at(const std::string& call, Column column) { return rows.at(call)[column]; }
-
-    std::vector<WrittenCall> calls() const {
-        std::vector<WrittenCall> list;
-        for (const auto& row : rows) list.emplace_back(row.first);
-        return list;
-    }
-
-    std::vector<WrittenCall> blends() const {
-        std::vector<WrittenCall> list = calls();
-        std::erase_if(list, [](const WrittenCall& call) { return call.frame() != Frame::pair; });
-        return list;
-    }
-
-    void save() const {
-        std::ofstream out(file);
-        out << head;
-        for (const auto& [call, digests] : rows) {
-            out << call << " :";
-            for (const std::string& digest : digests) out << ' ' << (digest.empty() ? "-" : digest);
-            out << '\n';
-        }
-    }
-
-    static std::string text(std::uint64_t digest) {
-        char hex[20];
-        std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(digest));
-        return hex;
-    }
+    std::vector<WrittenCall> calls() const;
+    void save() const;
 
 private:
-    const char* file;
     std::string head;
     std::map<std::string, std::array<std::string, 5>> rows;
 };
+
+// Hands out bitmaps, a base and a layer at a time, until it is told that this is enough.
+using Walk = std::function<void(const std::function<bool(const FakeBitmap& base, const FakeBitmap& layer)>& isEnough)>;
+
+// Why a digest over these bitmaps may differ: the first pixel on which the levels, or the operation and the formula of single
+// channels, do not agree.
+std::string explanation(const WrittenCall& call, const Walk& walk);

@@ -11,6 +11,7 @@
 
 thread_local std::string calls;
 thread_local std::size_t allocations = 0, failAt = 0;
+bool leavesArrays = true;
 
 namespace {
 
@@ -24,24 +25,6 @@ FakeBitmap& bitmapOf(const char* call, jobject object) {
     FakeBitmap& bitmap = *reinterpret_cast<FakeBitmap*>(object);
     record(std::string(call).append(" ").append(std::to_string(bitmap.number)));
     return bitmap;
-}
-
-template <typename Array>
-bool inside(Array& array, jsize start, jsize length) {
-    bool fits = start >= 0 && length >= 0 && std::size_t(start) + std::size_t(length) <= array.elements.size();
-    array.overrun |= !fits;
-    return fits;
-}
-
-template <typename Array, typename Object, typename Element>
-void getRegion(JNIEnv*, Object object, jsize start, jsize length, Element* out) {
-    Array& array = *reinterpret_cast<Array*>(object);
-    if (inside(array, start, length)) std::copy_n(array.elements.begin() + start, length, out);
-}
-
-void setIntArrayRegion(JNIEnv*, jintArray object, jsize start, jsize length, const jint* in) {
-    FakeIntArray& array = *reinterpret_cast<FakeIntArray*>(object);
-    if (inside(array, start, length)) std::copy_n(in, length, array.elements.begin() + start);
 }
 
 }  // namespace
@@ -88,16 +71,18 @@ bool FakeBitmap::guardsIntact() const {
     return intact;
 }
 
-JNIEnv* fakeEnv() {
-    static JNINativeInterface functions = [] {
-        JNINativeInterface table{};
-        table.GetIntArrayRegion = getRegion<FakeIntArray>;
-        table.GetFloatArrayRegion = getRegion<FakeFloatArray>;
-        table.SetIntArrayRegion = setIntArrayRegion;
-        return table;
-    }();
-    static JNIEnv env{&functions};
-    return &env;
+double run(const WrittenCall& written, FakeBitmap& base, FakeBitmap& layer) {
+    const Call& call = *written.call;
+    const std::size_t first = call.isStatus() ? call.written : 0;
+    std::vector<FakeBitmap> copies(call.bitmaps > 2 || first > 0 ? call.bitmaps : 0, base);
+    std::vector<jobject> all;
+    for (std::size_t i = 0; i < call.bitmaps; ++i)
+        all.push_back(i == first ? base.object() : i % 2 ? layer.object() : copies.at(i).object());
+    WrittenCall::Given given = written.with(all);
+    double result = call.run(given);
+    if (call.frame == Frame::rectangle)
+        for (jint each : given.ints[0].elements) result = 4096 * result + each;
+    return result;
 }
 
 std::string toString(std::uint32_t pixel) {

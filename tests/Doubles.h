@@ -1,6 +1,8 @@
-// What stands in for Android in the tests: bitmaps with guarded memory whose calls are recorded and can be made to fail, Java
-// arrays, and a JNIEnv that knows the three array functions that the library uses.
+// What stands in for Android's bitmaps in the tests: guarded memory whose calls are recorded and can be made to fail; and for
+// the library's allocations.
 #pragma once
+
+#include "Written.h"
 
 #include <android/bitmap.h>
 
@@ -48,18 +50,12 @@ private:
     std::vector<unsigned char> memory;
 };
 
-// A Java array of ints or floats.
-template <typename Element, typename Object>
-struct FakeArray {
-    std::vector<Element> elements;
-    bool overrun = false;  // a region copy went beyond the array: Java throws, nothing is copied
+// The call on `base`, which it measures or changes. Of the other bitmaps that it takes, every second one is the layer, the rest
+// are copies of the base. Returns the status, or a measure and its rectangle as one number.
+double run(const WrittenCall& written, FakeBitmap& base, FakeBitmap& layer);
 
-    Object object() { return reinterpret_cast<Object>(this); }
-};
-using FakeIntArray = FakeArray<jint, jintArray>;
-using FakeFloatArray = FakeArray<jfloat, jfloatArray>;
-
-JNIEnv* fakeEnv();
+// Equal, or neither a number.
+inline bool sameNumber(double a, double b) { return a == b || (a != a && b != b); }
 
 // A pixel from its channels, as it stands in memory.
 constexpr std::uint32_t rgba(unsigned r, unsigned g, unsigned b, unsigned a) { return r | g << 8 | b << 16 | a << 24; }

@@ -1,37 +1,42 @@
-#include "Doubles.h"
 #include "KorvImageFilter.h"
+#include "Random.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
-using Filter = KorvImageFilter;
-
-TEST(Filters, SomeTakeRowsAsPackedWhateverTheStride) {
-    auto grey = [](std::vector<unsigned> levels) {
-        FakeBitmap bitmap(2, 2, 4);
-        for (std::size_t i = 0; i < levels.size(); ++i) bitmap.set(i % 2, i / 2, rgba(levels[i], levels[i], levels[i], 255));
-        return bitmap;
-    };
-    FakeBitmap pixelated = grey({1, 2, 3, 4}), from = pixelated, to(4, 2);
-    EXPECT_EQ(Filter::BitmapPixelation(fakeEnv(), pixelated.object(), 0, 0, 0), 0);
-    EXPECT_EQ(toString(pixelated.get(0, 1)), toString(rgba(1, 1, 1, 255)));
-    EXPECT_EQ(toString(pixelated.get(1, 1)), toString(rgba(4, 4, 4, 255)));
-
-    // Sharpness reads a packed source and writes with the source's stride; the third word is the padding, 0xA5A5A5A5.
-    EXPECT_EQ(Filter::BitmapSharpness(fakeEnv(), from.object(), to.object(), 0.0f), 0);
-    EXPECT_EQ(toString(to.get(1, 0)), toString(rgba(2, 2, 2, 255)));
-    EXPECT_EQ(toString(to.get(3, 0)), toString(rgba(106, 106, 106, 165)));
-    EXPECT_EQ(toString(to.get(0, 1)), toString(rgba(3, 3, 3, 255)));
-}
-
-TEST(Filters, SharpnessInPlaceGoesOnWithSharpNeighbours) {
-    FakeBitmap bitmap(2, 2);
-    bitmap.fill(rgba(100, 100, 100, 255));
-    EXPECT_EQ(Filter::BitmapSharpness(fakeEnv(), bitmap.object(), bitmap.object(), 0.25f), 0);
-    const unsigned expected[2][2] = {{150, 137}, {137, 131}};  // 200 less a quarter of two neighbours
-    for (std::size_t y = 0; y < 2; ++y)
-        for (std::size_t x = 0; x < 2; ++x) EXPECT_EQ(bitmap.get(x, y) & 255, expected[y][x]) << x << ", " << y;
+// Bitmaps that share memory, the destination some pixels behind the source or before it: pixels come row by row, and what lies
+// before one may be sharp already.
+TEST(Filters, SharpnessGoesOnWithSharpNeighboursWhereMemoryIsShared) {
+    for (auto [width, height] : {std::pair(1, 1), {5, 2}, {2, 5}, {37, 3}, {3, 37}})
+        for (int shift : {0, 1, -1, width, -width, width * height - 1}) {
+            const int count = width * height, first = shift < 0 ? -shift : 0;
+            Random random(7);
+            std::vector<std::uint32_t> memory(std::size_t(count + std::abs(shift)));
+            for (std::uint32_t& pixel : memory) pixel = 0xFF505050 + (random.next() & 0x003F3F3F);
+            std::vector<std::uint32_t> expected = memory;
+            for (int y = 0; y < height; ++y)
+                for (int x = 0; x < width; ++x) {
+                    std::uint32_t sharp = 0xFF000000;
+                    for (int shiftOfChannel : {0, 8, 16}) {
+                        auto at = [&](int atX, int atY) {
+                            const bool isInside = atX >= 0 && atX < width && atY >= 0 && atY < height;
+                            return isInside ? int(expected[std::size_t(first + atY * width + atX)] >> shiftOfChannel & 255) : 0;
+                        };
+                        const int value = 5 * at(x, y) - at(x - 1, y) - at(x, y - 1) - at(x + 1, y) - at(x, y + 1);
+                        sharp |= std::uint32_t(std::clamp(value, 0, 255)) << shiftOfChannel;
+                    }
+                    expected[std::size_t(first + shift + y * width + x)] = sharp;
+                }
+            const auto w = std::uint32_t(width), h = std::uint32_t(height);
+            FakeBitmap from(w, h), to(w, h);
+            from.elsewhere = reinterpret_cast<unsigned char*>(memory.data() + first);
+            to.elsewhere = reinterpret_cast<unsigned char*>(memory.data() + first + shift);
+            EXPECT_EQ(KorvImageFilter::BitmapSharpness(fakeEnv(), from.object(), to.object(), 1.0f), 0);
+            EXPECT_EQ(memory, expected) << width << " x " << height << ", " << shift << " pixels apart";
+        }
 }
 
 }  // namespace

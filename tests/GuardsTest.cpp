@@ -1,6 +1,6 @@
 // Every operation on bitmaps whose memory lies directly behind a page that must not be touched, then directly before one; and
 // on bitmaps whose sizes pass 32 bits.
-#include "Calls.h"
+#include "Random.h"
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
@@ -74,15 +74,11 @@ bool samePixels(const FakeBitmap& a, const FakeBitmap& b) {
     return true;
 }
 
-bool sameNumber(double a, double b) { return a == b || (a != a && b != b); }
-
-// Sharpness and the swirl read, or write, packed rows, too.
-bool readsPadding(const Call& call) { return call.isPacked() || call.name == "sharpen"; }
-
 TEST(Guards, NothingAroundThePixelsIsTouchedAndPaddingDoesNotMatter) {
     Fences fences, otherFences;
     for (const Call& call : allCalls()) {
-        if (call.frame == Frame::none || call.isAbort) continue;
+        if (call.frame == Frame::none || call.isAbort()) continue;
+        const bool readsPadding = call.has("packed") || call.has("packed-source");
         std::uint32_t seed = 0;
         for (std::uint32_t width = 0; width <= 67; ++width)
             for (std::uint32_t padding : {0u, 4u, 12u, 60u})
@@ -91,13 +87,13 @@ TEST(Guards, NothingAroundThePixelsIsTouchedAndPaddingDoesNotMatter) {
                                  std::to_string(padding) + ", parameters " + std::to_string(++seed));
                     auto early = randomBitmaps(call, width, height, padding), late = early;
                     RandomArguments earlyArguments(seed, early), lateArguments(seed, late);
-                    const int poison = 0x5A, otherPoison = readsPadding(call) ? poison : 0xC3;
+                    const int poison = 0x5A, otherPoison = readsPadding ? poison : 0xC3;
                     for (FakeBitmap& bitmap : early) fences.take(bitmap, false, poison);
                     for (FakeBitmap& bitmap : late) otherFences.take(bitmap, true, otherPoison);
                     EXPECT_TRUE(sameNumber(call.run(earlyArguments), call.run(lateArguments)));
                     for (std::size_t i = 0; i < call.bitmaps; ++i) {
                         EXPECT_TRUE(samePixels(early[i], late[i]));
-                        if (call.isPacked() && i == call.written()) continue;
+                        if (call.has("packed") && i == call.written) continue;
                         EXPECT_TRUE(paddingIs(poison, early[i]) && paddingIs(otherPoison, late[i])) << "bitmap " << i + 1;
                     }
                     releaseArrays();
@@ -107,11 +103,12 @@ TEST(Guards, NothingAroundThePixelsIsTouchedAndPaddingDoesNotMatter) {
 
 // Rows 2 GB apart, so that the third one begins beyond 32 bits; only their pages can be touched.
 TEST(Guards, RowsAreReachedBeyond32Bits) {
+    if (sizeof(std::size_t) < 8) GTEST_SKIP() << "a process of 32 bits has no 6 GB of addresses for a bitmap";
     constexpr std::uint32_t width = 7, height = 3, stride = 0x80000000;
     std::vector<std::unique_ptr<Reserve>> reserves;
     for (const Call& call : allCalls()) {
         // The swirl may write anywhere in its memory.
-        if (call.frame == Frame::none || call.isAbort || call.name == "swirl") continue;
+        if (call.frame == Frame::none || call.isAbort() || call.name == "swirl") continue;
         for (std::uint32_t seed = 0; seed < 3; ++seed) {
             SCOPED_TRACE(call.name + ", parameters " + std::to_string(seed));
             auto tight = randomBitmaps(call, width, height), wide = tight;
@@ -129,7 +126,7 @@ TEST(Guards, RowsAreReachedBeyond32Bits) {
             RandomArguments tightArguments(seed, tight), wideArguments(seed, wide);
             EXPECT_TRUE(sameNumber(call.run(tightArguments), call.run(wideArguments)));
             for (std::size_t i = 0; i < call.bitmaps; ++i)
-                if (call.isPacked())
+                if (call.has("packed"))
                     EXPECT_EQ(std::memcmp(tight[i].pixels(), wide[i].pixels(), 4 * width * height), 0);
                 else
                     EXPECT_TRUE(samePixels(tight[i], wide[i]));
@@ -153,22 +150,23 @@ TEST(Guards, SizesWhoseProductsPass32BitsAreTakenForWhatTheyAre) {
     for (const Call& call : allCalls())
         for (const auto& [info, isSound] : descriptions) {
             SCOPED_TRACE(call.name + ", width " + std::to_string(info.width));
-            if (call.frame == Frame::none || call.name == "pick-channel") continue;
+            if (call.frame == Frame::none) continue;
             auto bitmaps = randomBitmaps(call, 1, 1);
+            std::vector<jobject> objects;
             for (FakeBitmap& bitmap : bitmaps) {
                 bitmap.info = info;
                 bitmap.lockResult = -5;
+                objects.push_back(bitmap.object());
             }
-            RandomArguments arguments(1, bitmaps);
+            const auto run = usualCalls(call, 1, 1).front().prepare(objects);
             calls.clear();
-            const double result = call.run(arguments);
-            EXPECT_EQ(result, !call.isStatus() ? 0 : isSound ? -5 : ANDROID_BITMAP_RESULT_BAD_PARAMETER);
-            EXPECT_EQ(calls.find("lock") != std::string::npos, isSound && calls != "") << calls;
-            // What needs memory for such a size asks for it before it looks at a pixel.
-            if (isSound && (call.name == "kuwahara" || (call.name == "polka-dot" && info.width > 65536))) {
+            EXPECT_EQ(run(), !call.isStatus() ? 0 : isSound ? -5 : ANDROID_BITMAP_RESULT_BAD_PARAMETER);
+            EXPECT_EQ(calls.find("lock") != std::string::npos, isSound) << calls;
+            // What needs memory for such rows, or for all of them, asks for it before it looks at a pixel.
+            if (isSound && call.has("allocates") && (call.has("packed") || info.width > 65536)) {
                 bitmaps[0].lockResult = 0;
                 bitmaps[0].elsewhere = nowhere.first;
-                EXPECT_EQ(call.run(arguments), ANDROID_BITMAP_RESULT_ALLOCATION_FAILED);
+                EXPECT_EQ(run(), ANDROID_BITMAP_RESULT_ALLOCATION_FAILED);
             }
         }
 }

@@ -4,27 +4,23 @@
 
 #include "Calls.h"
 
-class WrittenCall {
-public:
-    explicit WrittenCall(const std::string& text);
+struct WrittenCall {
+    struct Given : Arguments {
+        std::vector<double> numbers;
+        std::size_t at = 0;
 
-    const std::string& name() const { return call->name; }
-    const std::string& text() const { return written; }
-    Frame frame() const { return call->frame; }
-    bool isPacked() const { return call->isPacked(); }
-    std::size_t bitmaps() const { return call->bitmaps; }
-    std::size_t changed() const { return call->written(); }
+        jint integer() override { return jint(numbers.at(at++)); }
+        double real() override { return numbers.at(at++); }
+    };
 
-    double run(std::vector<FakeBitmap*> bitmaps) const;
-
-    // Changes `base`. Of the other bitmaps that a call takes, every second one is the layer, the rest are copies of the base.
-    int run(FakeBitmap& base, FakeBitmap& layer) const;
-
-private:
-    std::string written;
+    std::string text;
     const Call* call;
-    std::vector<double> numbers;
-    std::vector<FakeIntArray> ints;
-    FakeFloatArray floats;
-    bool nullArrays = false;
+    Given given;
+
+    explicit WrittenCall(const std::string& written);
+    Given with(std::vector<jobject> bitmaps) const;
+    std::function<double()> prepare(std::vector<jobject> bitmaps) const;
 };
+
+// The call with the list's defaults for a picture of some size: one, or one for every number of first..last.
+std::vector<WrittenCall> usualCalls(const Call& call, double width, double height);

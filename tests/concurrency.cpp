@@ -1,6 +1,6 @@
 // Eight threads run every operation at once, each on bitmaps of its own: the results are those of one thread. Built with the
 // thread sanitizer, which sees what they share.
-#include "Calls.h"
+#include "Random.h"
 
 #include <atomic>
 #include <cstdio>
@@ -17,8 +17,7 @@ struct Outcome {
     std::vector<std::vector<jint>> ints;
 
     bool operator==(const Outcome& other) const {
-        const bool sameResult = result == other.result || (result != result && other.result != other.result);
-        return sameResult && bitmaps == other.bitmaps && ints == other.ints;
+        return sameNumber(result, other.result) && bitmaps == other.bitmaps && ints == other.ints;
     }
 };
 
@@ -37,7 +36,7 @@ int main() {
     std::vector<std::pair<const Call*, std::uint32_t>> jobs;
     std::vector<Outcome> serial;
     for (const Call& call : allCalls())
-        for (std::uint32_t seed = 0; seed < (call.isAbort ? 0 : seeds); ++seed) {
+        for (std::uint32_t seed = 0; seed < (call.isAbort() ? 0 : seeds); ++seed) {
             jobs.emplace_back(&call, seed);
             serial.push_back(outcomeOf(call, seed));
         }

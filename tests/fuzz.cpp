@@ -1,6 +1,7 @@
 // Drives every operation from a byte tape: geometry, pixels, aliases, parameters, failing calls and allocations. Beside what
 // the sanitizers see, nothing but the written bitmap's pixels may change, and locks must be balanced as the frame says.
-#include "Calls.h"
+#include "AtLevels.h"
+#include "Random.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -81,9 +82,10 @@ void require(bool holds, const Call& call, const char* what, double result) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::vector<std::string> names = levels();
     FuzzedDataProvider tape(data, size);
     const Call& call = allCalls()[tape.ConsumeIntegralInRange<std::size_t>(0, allCalls().size() - 1)];
-    if (call.isAbort) return -1;
+    if (call.isAbort()) return -1;
 
     TapeArguments arguments(tape);
     std::vector<Tight> bitmaps(call.bitmaps);
@@ -111,16 +113,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t i = 0; i < bitmaps.size(); ++i) {
         const auto alias = tape.ConsumeIntegralInRange<std::size_t>(0, 31);
         const bool isAlias = alias < bitmaps.size() && !isThirdOfNine(i) && !isThirdOfNine(alias);
-        arguments.bitmaps.push_back(&bitmaps[isAlias ? alias : i].bitmap);
+        arguments.bitmaps.push_back(bitmaps[isAlias ? alias : i].bitmap.object());
     }
+    const auto objectOf = [&](std::size_t i) -> FakeBitmap& { return *reinterpret_cast<FakeBitmap*>(arguments.bitmaps[i]); };
     if (call.frame == Frame::nine) {
         // The third bitmap is the caller's word: as large as the first one's packed grid.
-        const AndroidBitmapInfo grid = arguments.bitmaps[0]->info;
+        const AndroidBitmapInfo grid = objectOf(0).info;
         bitmaps[2].allocate(tape, grid.width, grid.height, 0);
     }
     std::vector<std::vector<unsigned char>> before;
     for (const Tight& tight : bitmaps) before.push_back(tight.content());
 
+    useLevel(names[tape.ConsumeIntegralInRange<std::size_t>(0, names.size() - 1)]);
+    leavesArrays = tape.ConsumeBool();
     calls.clear();
     allocations = 0;
     failAt = tape.ConsumeIntegralInRange<std::size_t>(0, 7) ? 0 : tape.ConsumeIntegralInRange<std::size_t>(1, 20);
@@ -129,15 +134,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     releaseArrays();
 
     if (call.isStatus()) require(result == 0 || result == -1 || result == -3, call, "not a status", result);
-    const FakeBitmap* const written = call.written() < bitmaps.size() ? arguments.bitmaps[call.written()] : nullptr;
+    const FakeBitmap* const written = call.isStatus() ? &objectOf(call.written) : nullptr;
     const bool mayStayLocked = (call.frame == Frame::pairWithoutRelease || call.frame == Frame::nine) && result == -1;
     for (std::size_t i = 0; i < bitmaps.size(); ++i) {
         const FakeBitmap& bitmap = bitmaps[i].bitmap;
         require(bitmap.locks == 0 || (mayStayLocked && bitmap.locks > 0), call, "locks", result);
         const auto after = bitmaps[i].content();
         if (&bitmap != written) require(after == before[i], call, "changed what it only reads", result);
-        // Sharpness walks its destination with the source's stride.
-        else if (!call.isPacked() && call.name != "sharpen")
+        // With a packed source, the destination is walked with the source's stride.
+        else if (!call.has("packed") && !call.has("packed-source"))
             for (std::size_t y = 0; y < bitmap.info.height; ++y)
                 for (std::size_t at = y * bitmap.info.stride + 4 * bitmap.info.width; at < (y + 1) * bitmap.info.stride; ++at)
                     require(after[at] == before[i][at], call, "changed padding", result);
