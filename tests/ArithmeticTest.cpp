@@ -65,7 +65,8 @@ TEST(Arithmetic, StraightQuotientsAreThoseOfWholeNumbers) {
     for (int a = 0; a < 256; ++a)
         for (int c = 0; c < 256; ++c)
             for (int shift : {red, green, blue})
-                ASSERT_EQ(wholeStraight(Word(a) << alpha | Word(c) << shift, shift), a ? c * 255 / a : c) << c << " / " << a;
+                ASSERT_EQ(float(wholeStraight(Word(a) << alpha | Word(c) << shift, shift)), a ? c * 255 / a : c)
+                    << c << " / " << a;
 }
 
 }  // namespace
