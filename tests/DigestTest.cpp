@@ -64,10 +64,8 @@ std::string digestOf(const WrittenCall& call, DigestTable::Column kind) {
         const std::uint32_t width = base.info.width;
         const double result = run(call, base, layer);
         const auto bits = std::bit_cast<std::uint64_t>(result);
-        if (call.call->isStatus())
-            EXPECT_EQ(result, 0) << call.text;
-        else
-            digest.add(bits ^ bits >> 32);
+        if (!call.call->isStatus()) digest.add(bits ^ bits >> 32);
+        EXPECT_TRUE(!call.call->isStatus() || result == 0) << call.text;
         EXPECT_TRUE(call.call->has("packed") ? base.endsIntact() : base.guardsIntact()) << call.text << ", width " << width;
         for (std::uint32_t y = 0; y < 5; ++y)
             for (std::uint32_t x = 0; x < width; ++x) digest.add(base.get(x, y));

@@ -34,7 +34,10 @@ FakeBitmap picture(const std::string& text) {
 // What the call answers, and the arrays that it was given, as the file writes them.
 std::string answerOf(const Call& call, double result, const std::vector<FakeIntArray>& arrays) {
     std::ostringstream text;
-    if (call.frame != Frame::rectangle && !call.isStatus()) text << float(result);
+    if (result != result)
+        text << "NaN";
+    else if (call.frame != Frame::rectangle)
+        text << float(result);
     for (const FakeIntArray& array : arrays) {
         text << (text.tellp() > 0 ? " [" : "[");
         for (std::size_t i = 0; i < array.elements.size(); ++i) text << (i ? "," : "") << array.elements[i];

@@ -4,8 +4,6 @@
 #include "AtLevels.h"
 #include "Digests.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
@@ -61,22 +59,16 @@ Digests walk(unsigned a1) {
 // The same for all of them, on every core, the largest first, so that the cores end together.
 std::vector<Digests> walkAll() {
     std::vector<Digests> byAlpha(256);
-    std::atomic<unsigned> next = 0, done = 0;
+    std::atomic<int> next = 255, done = 0;
     auto work = [&] {
-        for (unsigned i; (i = next++) < 256; ++done) byAlpha[255 - i] = walk(255 - i);
+        for (int a1; (a1 = next--) >= 0;) {
+            byAlpha[std::size_t(a1)] = walk(unsigned(a1));
+            if (const int now = ++done; now % 32 == 0) std::printf("%d of 256 base alphas\n", now), std::fflush(stdout);
+        }
     };
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) threads.emplace_back(work);
-    const bool terminal = isatty(1);
-    for (unsigned shown = 0; shown < 256;) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        if (unsigned now = done; now != shown && (terminal || now / 64 != shown / 64)) {
-            std::printf(terminal ? "\r%u of 256 base alphas" : "%u of 256 base alphas\n", shown = now);
-            std::fflush(stdout);
-        }
-    }
     for (std::thread& thread : threads) thread.join();
-    if (terminal) std::printf("\n");
     return byAlpha;
 }
 
@@ -91,17 +83,19 @@ void everyPair(const std::function<bool(const FakeBitmap&, const FakeBitmap&)>& 
 }  // namespace
 
 int main(int count, char** arguments) {
-    bool record = false;
-    for (int i = 1; i < count; ++i)
-        if (std::strcmp(arguments[i], "--record") == 0) {
+    const std::vector<std::string> words(arguments + 1, arguments + count), known = levels();
+    bool record = false, isUnderstood = true;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        if (words[i] == "--record")
             record = true;
-        } else if (const std::string name = i + 1 < count ? arguments[i + 1] : "";
-                   std::strcmp(arguments[i], "--level") == 0 && std::ranges::count(levels(), name)) {
-            useLevel(arguments[++i]);
-        } else {
-            std::fprintf(stderr, "usage: exhaustive [--level NAME] [--record], with a level that this processor has\n");
-            return 2;
-        }
+        else if (words[i] == "--level" && i + 1 < words.size() && std::ranges::count(known, words[i + 1]))
+            useLevel(words[++i]);
+        else
+            isUnderstood = false;
+    if (!isUnderstood) {
+        std::fprintf(stderr, "usage: exhaustive [--level NAME] [--record], with a level that this processor has\n");
+        return 2;
+    }
     // The overlays leave a line on the error stream for every call.
     if (!std::freopen("/dev/null", "w", stderr)) return 1;
 

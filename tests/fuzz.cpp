@@ -5,10 +5,9 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cmath>
+#include <bit>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
 namespace {
@@ -38,16 +37,12 @@ struct TapeArguments : Arguments {
     }
 
     double real() override {
-        double value;
-        float single;
         const auto bits = tape.ConsumeIntegral<std::uint64_t>();
         switch (tape.ConsumeIntegralInRange(0, 3)) {
             case 0:
-                std::memcpy(&value, &bits, sizeof value);
-                return value;
+                return std::bit_cast<double>(bits);
             case 1:
-                std::memcpy(&single, &bits, sizeof single);
-                return double(single);
+                return double(std::bit_cast<float>(std::uint32_t(bits)));
             default:
                 return double(std::int64_t(bits % 400001) - 100000) / 1000.0;
         }
