@@ -10,8 +10,7 @@
 
 using namespace LEVEL;
 
-// ---- Layer blends
-// ------------------------------------------------------------------------------------------------------------
+// ---- Layer blends ---------------------------------------------------------------------------------------------------------
 
 #define CHANNEL_FUNCTION(name, rule) \
     float KorvGraphics2D::name(float c1, float c2, float a1, float a2) { return layer::rule(c1, c2, a1, a2, a1); }
@@ -42,8 +41,7 @@ CHANNEL_FUNCTION(getChannelDivide, divide)
 
 float KorvGraphics2D::getAlphaAB(float a, float b) { return alphaAB(a, b); }
 
-// ---- Numbered modes
-// ----------------------------------------------------------------------------------------------------------
+// ---- Numbered modes -------------------------------------------------------------------------------------------------------
 
 float KorvPSBlendingMode::getBlendingModeRGB(float c1, float c2, float a1, float a2, float outAlpha, int number) {
     return mode::withFormula(number, [=](auto formula) { return onStraight(formula)(c1, c2, a1, a2, outAlpha); });
@@ -86,7 +84,7 @@ MODE_FUNCTION(getChannelDivide, divide)
 
 #undef MODE_FUNCTION
 
-// ---- Hue -------------------------------------------------------------------------------------------------------------------
+// ---- Hue ------------------------------------------------------------------------------------------------------------------
 
 float* KorvGraphics2D::RGB2HSV(int r, int g, int b, int a) {
     // In 64 bits, where the one quotient that overflows an int does not trap.

@@ -81,8 +81,7 @@ struct Coverage {
     }
 };
 
-// ---- Pixels
-// ------------------------------------------------------------------------------------------------------------------
+// ---- Pixels ---------------------------------------------------------------------------------------------------------------
 
 // The guards around a pixel rule. They compute the rule first and select then, which every compiler vectorises.
 

@@ -15,10 +15,10 @@ int blendLeavingArrays(JNIEnv* env, jobject base, jobject layer, int arrays, Lea
         for (std::size_t y = 0; y < pixels1.height && !exhausted; ++y) {
             StoredWord* row1 = pixels1.row(y);
             const StoredWord* row2 = pixels2.row(y);
-            std::size_t end = leavesArrays ? 0 : pixels1.width;
+            std::int64_t end = leavesArrays ? 0 : pixels1.width;
             while (end < pixels1.width && (!leaves(row1[end], row2[end]) || leaveArrays(arrays))) ++end;
             exhausted = end < pixels1.width;
-            blendRow(row1, row2, end, rule);
+            blendRowByAlphas(row1, row2, end, rule);
         }
     });
     return exhausted ? ANDROID_BITMAP_RESULT_ALLOCATION_FAILED : result;

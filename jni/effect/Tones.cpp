@@ -6,8 +6,7 @@
 namespace LEVEL {
 namespace {
 
-// ---- Between two levels
-// ------------------------------------------------------------------------------------------------------
+// ---- Between two levels ---------------------------------------------------------------------------------------------------
 
 // A grey value with `low` for black and `high` for white, from the greatest and least channel (HSL lightness).
 constexpr auto desaturated = [](Channel low, Channel span) {
@@ -26,8 +25,7 @@ constexpr auto mapped = [](Channel scale, Channel base) {
     };
 };
 
-// ---- Every channel
-// -----------------------------------------------------------------------------------------------------------
+// ---- Every channel --------------------------------------------------------------------------------------------------------
 
 constexpr auto comic = [](Word word) -> Word {
     const int r = byteOf(word, red), g = byteOf(word, green), b = byteOf(word, blue);
@@ -47,8 +45,7 @@ constexpr auto scaled = [](float anyFactor) {
     };
 };
 
-// ---- Black and white
-// ---------------------------------------------------------------------------------------------------------
+// ---- Black and white ------------------------------------------------------------------------------------------------------
 
 Word blackOrWhite(bool isWhite, Word word) {
     const Word changed = grey(isWhite ? word >> alpha : 0, word);
@@ -82,8 +79,7 @@ void blackAndWhite(Pixels pixels, float threshold) {
     }
 }
 
-// ---- Grey taken away
-// ---------------------------------------------------------------------------------------------------------
+// ---- Grey taken away ------------------------------------------------------------------------------------------------------
 
 // What comes to nothing vanishes.
 constexpr auto denoisedPixel = [](float threshold) {

@@ -61,12 +61,14 @@ constexpr auto unhazed = [](float t) {
 
 }  // namespace
 
-int BitmapSepia(JNIEnv* env, jobject bitmap, float intensity) { return effect(env, bitmap, sepia(intensity)); }
+int BitmapSepia(JNIEnv* env, jobject bitmap, float intensity) { return effectByAlphas(env, bitmap, sepia(intensity)); }
 
-int BitmapSaturation(JNIEnv* env, jobject bitmap, float saturation) { return effect(env, bitmap, saturated(saturation)); }
+int BitmapSaturation(JNIEnv* env, jobject bitmap, float saturation) {
+    return effectByAlphas(env, bitmap, saturated(saturation));
+}
 
 int BitmapExposure(JNIEnv* env, jobject bitmap, float exposure) {
-    return effect(env, bitmap, exposed(float(exp2(double(exposure)))));
+    return effectByAlphas(env, bitmap, exposed(float(exp2(double(exposure)))));
 }
 
 int BitmapMonoChrome(JNIEnv* env, jobject bitmap, jfloatArray colour, float intensity) {

@@ -9,8 +9,7 @@
 
 namespace LEVEL {
 
-// ---- Fused multiply-adds where the processor has none
-// ------------------------------------------------------------------------
+// ---- Fused multiply-adds where the processor has none ---------------------------------------------------------------------
 
 // From plain operations, which vectorise, after S. Boldo and G. Melquiond, "Emulation of FMA and correctly rounded sums", 2008.
 // Every rest is exact; values near the ends of double's range are not for it.
@@ -55,8 +54,7 @@ inline double emulatedFused(double a, double b, double c) {
     return high.value + oddSum(high.rest, low.rest);
 }
 
-// ---- What the library calls
-// --------------------------------------------------------------------------------------------------
+// ---- What the library calls -----------------------------------------------------------------------------------------------
 
 // a * b + c, rounded once.
 inline float fused(float a, float b, float c) { return hasFusedMultiplyAdd ? fmaf(a, b, c) : emulatedFused(a, b, c); }

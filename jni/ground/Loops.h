@@ -11,13 +11,69 @@ void inPieces(std::int64_t begin, std::int64_t end, Piece piece) {
     for (; begin < end; begin += most) piece(begin, begin + most < end ? most : end - begin);
 }
 
+// ---- Pieces by their alphas -----------------------------------------------------------------------------------------------
+
+// In real pictures most pieces of a row are opaque throughout, or clear. A rule that is given just that to know loses what it
+// has for other alphas: divisions, guards, weights.
+enum class Alphas { any, full, none };
+
+// The kind of a piece: full where every fullAt(x) is opaque, none where no noneAt(x) is visible. Five pixels tell nearly
+// always, without a branch that a processor could mistake.
+template <typename FullAt, typename NoneAt>
+Alphas alphasOf(std::int64_t length, FullAt fullAt, NoneAt noneAt) {
+    const std::int64_t half = length / 2, quarter = length / 4, last = length - 1;
+    const Word full = fullAt(0) & fullAt(quarter) & fullAt(half) & fullAt(half + quarter) & fullAt(last);
+    const Word some = noneAt(0) | noneAt(quarter) | noneAt(half) | noneAt(half + quarter) | noneAt(last);
+    if (isVisible(alphaOf(full) == alphaBits ? 0 : some)) return Alphas::any;
+    Word all = alphaBits, any = 0;
+    for (std::int64_t x = 0; x < length; ++x) {
+        all &= fullAt(x);
+        any |= noneAt(x);
+    }
+    return alphaOf(all) == alphaBits ? Alphas::full : isVisible(any) ? Alphas::any : Alphas::none;
+}
+
+constexpr std::int64_t pieceLength = 256;
+
+// Asks for the memory of the next piece, where a processor by itself would stop at the end of the page.
+inline void fetchAhead(const StoredWord* piece) {
+    constexpr std::uintptr_t bytes = pieceLength * sizeof(Word), line = 64;
+    for (std::uintptr_t at = 0; stopsAtPages && at < bytes; at += line) fetchLine(std::uintptr_t(piece) + bytes + at);
+}
+
+// ---- One bitmap -----------------------------------------------------------------------------------------------------------
+
+// A row by the rule.
+template <typename PixelRule>
+void changeRow(StoredWord* row, std::int64_t width, PixelRule rule) {
+    for (std::int64_t x = 0; x < width; ++x) row[x] = rule(row[x]);
+}
+
+// The same for a rule that pays for a look at the alphas.
+template <typename PixelRule>
+void changeRowByAlphas(StoredWord* row, std::int64_t width, PixelRule rule) {
+    inPieces<pieceLength>(0, width, [=](std::int64_t begin, std::int64_t length) {
+        StoredWord* const piece = row + begin;
+        fetchAhead(piece);
+        auto wordAt = [=](std::int64_t x) { return Word(piece[x]); };
+        const Alphas alphas = alphasOf(length, wordAt, wordAt);
+        if (alphas == Alphas::full)
+            changeRow(piece, length, [=](Word word) { return rule(word | alphaBits); });
+        else if (alphas == Alphas::none)
+            changeRow(piece, length, [=](Word word) { return rule(word & ~alphaBits); });
+        else
+            changeRow(piece, length, rule);
+    });
+}
+
 // Every pixel by the rule.
 template <typename PixelRule>
 void eachPixel(Pixels pixels, PixelRule rule) {
-    for (std::size_t y = 0; y < pixels.height; ++y) {
-        StoredWord* row = pixels.row(y);
-        for (std::size_t x = 0; x < pixels.width; ++x) row[x] = rule(row[x]);
-    }
+    for (std::size_t y = 0; y < pixels.height; ++y) changeRow(pixels.row(y), pixels.width, rule);
+}
+template <typename PixelRule>
+void eachPixelByAlphas(Pixels pixels, PixelRule rule) {
+    for (std::size_t y = 0; y < pixels.height; ++y) changeRowByAlphas(pixels.row(y), pixels.width, rule);
 }
 
 // One bitmap, changed pixel by pixel.
@@ -25,11 +81,39 @@ template <typename PixelRule>
 int effect(JNIEnv* env, jobject bitmap, PixelRule rule) {
     return single(env, bitmap, [=](Pixels pixels) { eachPixel(pixels, rule); });
 }
+template <typename PixelRule>
+int effectByAlphas(JNIEnv* env, jobject bitmap, PixelRule rule) {
+    return single(env, bitmap, [=](Pixels pixels) { eachPixelByAlphas(pixels, rule); });
+}
+
+// ---- Two bitmaps ----------------------------------------------------------------------------------------------------------
 
 // A row of the base by the rule of its pixels and the layer's.
 template <typename PixelRule>
-void blendRow(StoredWord* row1, const StoredWord* row2, std::size_t width, PixelRule rule) {
-    for (std::size_t x = 0; x < width; ++x) row1[x] = rule(row1[x], row2[x]);
+void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, PixelRule rule) {
+    for (std::int64_t x = 0; x < width; ++x) row1[x] = rule(row1[x], row2[x]);
+}
+
+// The same for a rule that pays for a look at the alphas: full where both pixels are opaque, none where the layer is clear.
+// Rows that share memory have no such pieces, since the layer changes under way.
+template <typename PixelRule>
+void blendRowByAlphas(StoredWord* row1, const StoredWord* row2, std::int64_t width, PixelRule rule) {
+    const bool apart = areApart(row1, 4 * std::uint64_t(width), row2, 4 * std::uint64_t(width));
+    inPieces<pieceLength>(0, width, [=](std::int64_t begin, std::int64_t length) {
+        StoredWord* const piece1 = row1 + begin;
+        const StoredWord* const piece2 = row2 + begin;
+        fetchAhead(piece1);
+        fetchAhead(piece2);
+        auto bothAt = [=](std::int64_t x) { return Word(piece1[x] & piece2[x]); };
+        auto layerAt = [=](std::int64_t x) { return Word(piece2[x]); };
+        const Alphas alphas = apart ? alphasOf(length, bothAt, layerAt) : Alphas::any;
+        if (alphas == Alphas::full)
+            blendRow(piece1, piece2, length, [=](Word base, Word layer) { return rule(base | alphaBits, layer | alphaBits); });
+        else if (alphas == Alphas::none)
+            blendRow(piece1, piece2, length, [=](Word base, Word layer) { return rule(base, layer & ~alphaBits); });
+        else
+            blendRow(piece1, piece2, length, rule);
+    });
 }
 
 constexpr auto nothing = [](const Pixels&) {};
@@ -42,6 +126,12 @@ int blend(JNIEnv* env, jobject base, jobject layer, PixelRule rule, Before befor
         for (std::size_t y = 0; y < pixels1.height; ++y) blendRow(pixels1.row(y), pixels2.row(y), pixels1.width, rule);
     });
 }
+template <typename PixelRule>
+int blendByAlphas(JNIEnv* env, jobject base, jobject layer, PixelRule rule) {
+    return pair(env, base, layer, [=](Pixels pixels1, Pixels pixels2) {
+        for (std::size_t y = 0; y < pixels1.height; ++y) blendRowByAlphas(pixels1.row(y), pixels2.row(y), pixels1.width, rule);
+    });
+}
 
 // `rule` for the pixels of each row that come in whole groups of eight, `rest` for those after them and for rows of base and
 // layer that overlap in memory.
@@ -52,7 +142,7 @@ int blendInEights(JNIEnv* env, jobject base, jobject layer, PixelRule rule, Rest
             StoredWord* row1 = pixels1.row(y);
             const StoredWord* row2 = pixels2.row(y);
             const std::uint64_t length = 4ull * pixels1.width;
-            const std::size_t eights = areApart(row1, length, row2, length) ? pixels1.width / 8 * 8 : 0;
+            const std::int64_t eights = areApart(row1, length, row2, length) ? pixels1.width / 8 * 8 : 0;
             blendRow(row1, row2, eights, rule);
             blendRow(row1 + eights, row2 + eights, pixels1.width - eights, rest);
         }

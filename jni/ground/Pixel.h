@@ -16,8 +16,7 @@ inline constexpr float K = 0.00392157f;
 
 enum Shift { red = 0, green = 8, blue = 16, alpha = 24 };
 
-// ---- Channels out
-// ------------------------------------------------------------------------------------------------------------
+// ---- Channels out ---------------------------------------------------------------------------------------------------------
 
 inline int byteOf(Word word, int shift) { return int(word >> shift & 255); }
 inline Channel channelOf(Word word, int shift) { return Channel(byteOf(word, shift)); }
@@ -38,8 +37,7 @@ Number straight(Number c, Number a) {
     return c * 255.0f / a;
 }
 
-// ---- Channels in
-// -------------------------------------------------------------------------------------------------------------
+// ---- Channels in ----------------------------------------------------------------------------------------------------------
 
 // The ways to narrow a value, cheapest first where its range allows it:
 //
