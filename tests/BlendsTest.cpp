@@ -1,5 +1,6 @@
 #include "Digests.h"
 #include "KorvGraphics2D.h"
+#include "Random.h"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +25,36 @@ TEST(Blends, ExclusionWrapsOnlyOutsideOfGroupsOfEight) {
             EXPECT_EQ(toString(both.get(x, 1)), toString(wrapped)) << "rows that overlap wrap throughout";
         }
     }
+}
+
+// Loops look at the alphas of whole pieces: opaque ones, those under a clear layer. The pixels of these become what they become
+// beside others. Tones depend on their place in some patterns, so that it stays.
+TEST(Blends, AndEffectsTakeEachPixelForItself) {
+    constexpr std::uint32_t width = 1100, stranger = 50;
+    for (const WrittenCall& call : DigestTable().calls()) {
+        const bool isPointwise = !call.call->has("packed") && !call.call->has("allocates") && call.call->bitmaps <= 2 &&
+                                 call.call->frame != Frame::pairWithoutRelease && call.call->isStatus();
+        for (std::uint32_t kinds = 0; isPointwise && kinds < 4; ++kinds) {
+            Random random(kinds);
+            FakeBitmap base(width, 1), layer(width, 1);
+            for (std::uint32_t x = 0; x < width; ++x) {
+                base.set(x, 0, kinds & 1 ? random.next() & 0x00FFFFFF : random.next() | 0xFF000000);
+                layer.set(x, 0, kinds & 2 ? random.next() & 0x00FFFFFF : random.next() | 0xFF000000);
+            }
+            FakeBitmap mixedBase = base, mixedLayer = layer;
+            for (std::uint32_t x = stranger / 2; x < width; x += stranger) {
+                mixedBase.set(x, 0, 0x80123456);
+                mixedLayer.set(x, 0, 0x80654321);
+            }
+            run(call, base, layer);
+            run(call, mixedBase, mixedLayer);
+            for (std::uint32_t x = 0; x < width; ++x)
+                if (x % stranger != stranger / 2)
+                    ASSERT_EQ(toString(base.get(x, 0)), toString(mixedBase.get(x, 0)))
+                        << call.text << ", " << kinds << ", " << x;
+        }
+    }
+    releaseArrays();
 }
 
 TEST(Blends, ColorDodgeDividesWholeNumbers) {
