@@ -1,8 +1,10 @@
-// Every blend over its whole domain: all c1 <= a1 and c2 <= a2. Compares with the table of digests, or records them.
+// Every blend over its whole domain: all c1 <= a1 and c2 <= a2. Compares with the table of digests, or records them. Then every
+// short form over all channels, those above their alpha too. Compares with the plain rule.
 //
 // usage: exhaustive [--level NAME] [--record]
 #include "AtLevels.h"
 #include "Digests.h"
+#include "ShortForms.h"
 
 #include <unistd.h>
 
@@ -58,15 +60,14 @@ Digests walk(unsigned a1) {
     return values;
 }
 
-// The same for all of them, on every core, the largest first, so that the cores end together.
-std::vector<Digests> walkAll() {
-    std::vector<Digests> byAlpha(256);
+// Calls `work` with every base alpha, on every core, the largest first, so that the cores end together.
+void everyBaseAlpha(const std::function<void(unsigned)>& work) {
     std::atomic<unsigned> next = 0, done = 0;
-    auto work = [&] {
-        for (unsigned i; (i = next++) < 256; ++done) byAlpha[255 - i] = walk(255 - i);
-    };
     std::vector<std::thread> threads;
-    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) threads.emplace_back(work);
+    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
+        threads.emplace_back([&] {
+            for (unsigned each; (each = next++) < 256; ++done) work(255 - each);
+        });
     const bool terminal = isatty(1);
     for (unsigned shown = 0; shown < 256;) {
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -77,7 +78,6 @@ std::vector<Digests> walkAll() {
     }
     for (std::thread& thread : threads) thread.join();
     if (terminal) std::printf("\n");
-    return byAlpha;
 }
 
 void everyPair(const std::function<bool(const FakeBitmap&, const FakeBitmap&)>& isEnough) {
@@ -112,7 +112,8 @@ int main(int count, char** arguments) {
         blends.clear();
         for (const WrittenCall& call : table.calls())
             if (call.call->frame == Frame::pair && (leaves || call.call->has("leaves-arrays"))) blends.push_back(call);
-        const std::vector<Digests> byAlpha = walkAll();
+        std::vector<Digests> byAlpha(256);
+        everyBaseAlpha([&](unsigned a1) { byAlpha[a1] = walk(a1); });
         for (std::size_t i = 0; i < blends.size(); ++i) {
             Digest all;
             for (const Digests& digests : byAlpha) all.add(digests[i]);
@@ -125,6 +126,15 @@ int main(int count, char** arguments) {
         }
     }
     if (record) table.save();
+    for (const ShortForm& form : shortForms()) {
+        std::atomic<unsigned> differing = 0;
+        everyBaseAlpha([&](unsigned a1) {
+            for (unsigned a2 = 0; a2 < 256; ++a2)
+                if (const std::string difference = firstDifference(form, a1, a2); !difference.empty() && differing++ == 0)
+                    std::printf("at level %s %s\n", currentLevel().c_str(), difference.c_str());
+        });
+        ++(differing ? failed : passed);
+    }
     std::printf("%zu passed, %zu failed\n", passed, failed);
     return failed ? 1 : 0;
 }

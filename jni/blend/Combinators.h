@@ -5,7 +5,7 @@
 #include "../ground/Loops.h"
 
 // A rule: one channel from the base's and the layer's channel and alpha. `top` is the result's alpha: a1 unless stated. In a
-// pixel all five are Tones, and Channels where a caller asks for a single channel (ground/Tone.h).
+// pixel all five are Tones, or Shorts (Halves.h), and Channels where a caller asks for a single channel (ground/Tone.h).
 #define RULE(...)                                                                                                         \
     [__VA_ARGS__]([[maybe_unused]] auto c1, [[maybe_unused]] auto c2, [[maybe_unused]] auto a1, [[maybe_unused]] auto a2, \
                   [[maybe_unused]] auto top)
