@@ -27,6 +27,16 @@ auto wholeColour(int number) {
     }));
 }
 
+// As `add` is said, with every quotient a division.
+constexpr auto added = RULE() {
+    auto wholeOf = [=](Tone c) { return Tone::of(whole(float(clamped<Tone>(straight(c, a1), 65536.0f)))); };
+    const Tone base = wholeOf(c1), layer = wholeOf(c2), sum = clamped<Tone>(base + layer, 255.0f);
+    const Coverage parts(a1, a2);
+    const Tone total = parts.both + parts.layer + parts.base;
+    const Tone mix = fused(sum, parts.both / total, fused(base, parts.base / total, layer * (parts.layer / total)));
+    return clamped(clamped<Tone>(mix, 255.0f) * top * K, top);
+};
+
 // Every pair of bytes, three to a pixel.
 constexpr unsigned pairs = 256 * 256, width = (pairs + 2) / 3;
 
@@ -55,6 +65,7 @@ const std::vector<ShortForm>& shortForms() {
         {"hard-light", row(perChannel(layer::hardLight))},
         {"hard-light-b", row(perChannelUnder(wholeAlphaAB, layer::hardLight))},
         {"pin-light", row(perChannel(layer::pinLight))},
+        {"add", row(perChannelUnder(wholeUnionAlpha, added))},
         {"hard-mix", row(perChannel(layer::hardMix))},
     };
     return list;

@@ -108,7 +108,8 @@ constexpr auto wholeColour = [](bool isLayers) {
 template <typename Formula>
 constexpr auto onStraight(Formula formula) {
     return RULE(formula) {
-        const auto b = straight(c1, a1), s = straight(c2, a2), f = clamped<decltype(c1)>(formula(b, s), 255.0f);
+        const auto b = quotient(c1, a1, 255.0f), s = quotient(c2, a2, 255.0f);
+        const auto f = clamped<decltype(c1)>(formula(b, s), 255.0f);
         const Coverage parts(a1, a2);
         const auto mix = parts.mix(parts.both + (parts.layer + parts.base), b, s, f);
         return clamped(clamped<decltype(c1)>(mix, 255.0f) * top * K, top);

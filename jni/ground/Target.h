@@ -27,6 +27,13 @@ constexpr bool hasTruncation = true;  // to a whole float
 constexpr bool hasTruncation = false;
 #endif
 
+// Whether a division costs more than the handful of fused multiply-adds, and the registers, that go without it: at v3 it does not.
+#if defined(__AVX512F__) || defined(__aarch64__)
+constexpr bool divisionIsDear = true;
+#else
+constexpr bool divisionIsDear = false;
+#endif
+
 // Whether vectors of every other half in memory are cheap.
 #if defined(__AVX2__) || defined(__ARM_NEON)
 constexpr bool hasInterleaving = true;
