@@ -1,8 +1,10 @@
-// Every blend over its whole domain: all c1 <= a1 and c2 <= a2. Compares with the table of digests, or records them.
+// Every blend over its whole domain: all c1 <= a1 and c2 <= a2. Compares with the table of digests, or records them. Then every
+// short form over all channels, those above their alpha too. Compares with the plain rule.
 //
 // usage: exhaustive [--level NAME] [--record]
 #include "AtLevels.h"
 #include "Digests.h"
+#include "ShortForms.h"
 
 #include <algorithm>
 #include <atomic>
@@ -56,20 +58,18 @@ Digests walk(unsigned a1) {
     return values;
 }
 
-// The same for all of them, on every core, the largest first, so that the cores end together.
-std::vector<Digests> walkAll() {
-    std::vector<Digests> byAlpha(256);
-    std::atomic<int> next = 255, done = 0;
-    auto work = [&] {
-        for (int a1; (a1 = next--) >= 0;) {
-            byAlpha[std::size_t(a1)] = walk(unsigned(a1));
-            if (const int now = ++done; now % 32 == 0) std::printf("%d of 256 base alphas\n", now), std::fflush(stdout);
-        }
-    };
+// Calls `work` with every base alpha, on every core, the largest first, so that the cores end together.
+void everyBaseAlpha(const char* what, const std::function<void(unsigned)>& work) {
+    std::printf("%s
+", what);
+    std::fflush(stdout);
+    std::atomic<int> next = 255;
     std::vector<std::thread> threads;
-    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) threads.emplace_back(work);
+    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
+        threads.emplace_back([&] {
+        for (int a1; (a1 = next--) >= 0;) work(unsigned(a1));
+        });
     for (std::thread& thread : threads) thread.join();
-    return byAlpha;
 }
 
 void everyPair(const std::function<bool(const FakeBitmap&, const FakeBitmap&)>& isEnough) {
@@ -106,7 +106,8 @@ int main(int count, char** arguments) {
         blends.clear();
         for (const WrittenCall& call : table.calls())
             if (call.call->frame == Frame::pair && (leaves || call.call->has("leaves-arrays"))) blends.push_back(call);
-        const std::vector<Digests> byAlpha = walkAll();
+        std::vector<Digests> byAlpha(256);
+        everyBaseAlpha(leaves ? "digests" : "digests without arrays", [&](unsigned a1) { byAlpha[a1] = walk(a1); });
         for (std::size_t i = 0; i < blends.size(); ++i) {
             Digest all;
             for (const Digests& digests : byAlpha) all.add(digests[i]);
@@ -119,6 +120,15 @@ int main(int count, char** arguments) {
         }
     }
     if (record) table.save();
+    for (const ShortForm& form : shortForms()) {
+        std::atomic<unsigned> differing = 0;
+        everyBaseAlpha(("short form of " + form.call).c_str(), [&](unsigned a1) {
+            for (unsigned a2 = 0; a2 < 256; ++a2)
+                if (const std::string difference = firstDifference(form, a1, a2); !difference.empty() && differing++ == 0)
+                    std::printf("at level %s %s\n", currentLevel().c_str(), difference.c_str());
+        });
+        ++(differing ? failed : passed);
+    }
     std::printf("%zu passed, %zu failed\n", passed, failed);
     return failed ? 1 : 0;
 }

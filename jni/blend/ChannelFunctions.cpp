@@ -44,7 +44,7 @@ float KorvGraphics2D::getAlphaAB(float a, float b) { return alphaAB(a, b); }
 // ---- Numbered modes -------------------------------------------------------------------------------------------------------
 
 float KorvPSBlendingMode::getBlendingModeRGB(float c1, float c2, float a1, float a2, float outAlpha, int number) {
-    return mode::withFormula(number, [=](auto formula) { return onStraight(formula)(c1, c2, a1, a2, outAlpha); });
+    return mode::withFormula(number, [=](auto formula, auto...) { return onStraight(formula)(c1, c2, a1, a2, outAlpha); });
 }
 
 float* KorvPSBlendingMode::getBlendingModeRGB7or12(int* base, int* layer, float outAlpha, int number) {

@@ -11,34 +11,38 @@ using namespace layer;
 
 #define BLEND_METHOD(method, ...) \
     int method(JNIEnv* env, jobject base, jobject layer) { return blend(env, base, layer, __VA_ARGS__); }
+// For rules that divide.
+#define BLEND_METHOD_BY_ALPHAS(method, ...) \
+    int method(JNIEnv* env, jobject base, jobject layer) { return blendByAlphas(env, base, layer, __VA_ARGS__); }
 
-BLEND_METHOD(BitmapDarken, perChannel(darken))
+BLEND_METHOD(BitmapDarken, perHalves(whole::darken))
 BLEND_METHOD(BitmapMultiply, perChannel(multiply))
-BLEND_METHOD(BitmapColorBurn, erasing(perChannel(zeroAtZero(colorBurn))))
-BLEND_METHOD(BitmapColorBurnB, erasing(perChannelUnder(alphaAB, zeroAtZero(colorBurnB))))
+BLEND_METHOD_BY_ALPHAS(BitmapColorBurn, erasing(perChannel(zeroAtZero(colorBurn))))
+BLEND_METHOD_BY_ALPHAS(BitmapColorBurnB, erasing(perChannelUnder(alphaAB, zeroAtZero(colorBurnB))))
 BLEND_METHOD(BitmapDarkerColor, darkerColor)
 
-BLEND_METHOD(BitmapLighten, perChannel(lighten))
-BLEND_METHOD(BitmapScreen, unlessBaseIsClear(perChannel(screen)))
+BLEND_METHOD(BitmapLighten, perHalves(whole::lighten))
+BLEND_METHOD_BY_ALPHAS(BitmapScreen, unlessBaseIsClear(perChannel(screen)))
 BLEND_METHOD(BitmapColorDodge, colorDodge)
-BLEND_METHOD(BitmapLinearDodge, perChannel(linearDodge))
+BLEND_METHOD(BitmapLinearDodge, perHalves(whole::linearDodge))
 BLEND_METHOD(BitmapLighterColor, lighterColor)
 
-BLEND_METHOD(BitmapOverlayC, perChannel(overlayC))
-BLEND_METHOD(BitmapSoftLight, unlessBaseIsClear(perChannel(softLight)))
-BLEND_METHOD(BitmapHardLight, perChannel(hardLight))
-BLEND_METHOD(BitmapHardLightB, perChannelUnder(wholeAlphaAB, hardLight))
-BLEND_METHOD(BitmapVividLight, unlessLayerIsClear(perChannel(vividLight)))
+BLEND_METHOD_BY_ALPHAS(BitmapOverlayC, perChannel(overlayC))
+BLEND_METHOD_BY_ALPHAS(BitmapSoftLight, unlessBaseIsClear(perChannel(softLight)))
+BLEND_METHOD(BitmapHardLight, perHalves(whole::hardLight))
+BLEND_METHOD(BitmapHardLightB, perHalvesUnder(whole::alphaAB, whole::hardLight))
+BLEND_METHOD_BY_ALPHAS(BitmapVividLight, unlessLayerIsClear(perChannel(vividLight)))
 BLEND_METHOD(BitmapLinearLight, perChannel(linearLight))
-BLEND_METHOD(BitmapLinearLightC, linearLightCPixel)
-BLEND_METHOD(BitmapPinLight, perChannel(pinLight))
-BLEND_METHOD(BitmapHardMix, perChannel(hardMix))
+BLEND_METHOD_BY_ALPHAS(BitmapLinearLightC, linearLightCPixel)
+BLEND_METHOD(BitmapPinLight, perHalves(whole::pinLight))
+BLEND_METHOD(BitmapHardMix, perHalves(whole::hardMix))
 
 BLEND_METHOD(BitmapDifference, perChannel(difference))
 BLEND_METHOD(BitmapSubtract, perChannel(subtract))
-BLEND_METHOD(BitmapDivide, perChannel(divide))
+BLEND_METHOD_BY_ALPHAS(BitmapDivide, perChannel(divide))
 
 #undef BLEND_METHOD
+#undef BLEND_METHOD_BY_ALPHAS
 
 int BitmapLinearBurn(JNIEnv* env, jobject base, jobject layer, int offset) {
     return blend(env, base, layer, perChannel(linearBurn(Channel(offset)), wrapped));
@@ -58,7 +62,9 @@ static void logRect(const Pixels& base) {
     __android_log_print(ANDROID_LOG_DEBUG, "jni/KorvGraphics2D", format, 0, 0, width, height);
 }
 
-int BitmapOverlay(JNIEnv* env, jobject base, jobject layer) { return blend(env, base, layer, perChannel(overlay), logRect); }
+int BitmapOverlay(JNIEnv* env, jobject base, jobject layer) {
+    return blend(env, base, layer, perHalves(whole::overlay), logRect);
+}
 
 int BitmapOverlayB(JNIEnv* env, jobject base, jobject layer) {
     return blend(env, base, layer, perChannelUnder(alphaAB, overlayB), logRect);

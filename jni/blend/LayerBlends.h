@@ -2,7 +2,7 @@
 // The formulas are the textbook ones (W3C Compositing and Blending, section 10) on channels premultiplied by alpha.
 #pragma once
 
-#include "Combinators.h"
+#include "Halves.h"
 #include "NumberedModes.h"
 
 namespace LEVEL::layer {
@@ -97,3 +97,33 @@ constexpr auto divide     = RULE() {
 // clang-format on
 
 }  // namespace LEVEL::layer
+
+// The rules whose truncated results are those of whole quotients: K is a hair above 1 / 255, so that a quotient without a rest
+// reaches its whole number in spite of what is rounded, and the hair is less than any rest lacks. What a
+// quotient takes away is rounded up.
+namespace LEVEL::layer::whole {
+
+// clang-format off
+
+// top - (top - c1) * (255 - c2) / 128, multiplied out, before the division.
+constexpr auto bright      = RULE() { return top * (c2 - 127u) + c1 * (255u - c2); };
+
+constexpr auto darken      = RULE() { return lesser(c1 - quotientUp((c1 - lesser(c1, c2)) * a2, 255u), a1); };
+constexpr auto lighten     = RULE() { return greater(c1, c2 * a1 / 255u); };
+constexpr auto linearDodge = RULE() { return lesser(c1 + c2 * a1 / 255u, a1); };
+constexpr auto hardMix     = RULE() { return c1 + c2 * a1 / 255u < a1 ? Short(0u) : a1; };
+constexpr auto overlay     = RULE() { return lesser((a1 < c1 + c1 ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128u, top); };
+constexpr auto hardLight   = RULE() { return lesser((128u < c2    ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128u, top); };
+
+// The lower limit is negative where the layer is dark, the upper one above the alpha where it is bright.
+constexpr auto pinLight = RULE() {
+    const bool isDark = c2 < 128u;
+    const auto limit = (c2 + c2 - (isDark ? Short(0u) : Short(255u))) * a1 / 255u;
+    return lesser(isDark ? lesser(c1, limit) : greater(c1, limit), a1);
+};
+
+constexpr auto alphaAB = [](Short a1, Short a2) { return a1 * a2 / 255u; };
+
+// clang-format on
+
+}  // namespace LEVEL::layer::whole

@@ -19,9 +19,11 @@ constexpr auto byRed = [](Word layer) { return channelOf(layer, red) * K; };
 constexpr auto byAlphaLessRed = [](Word layer) { return Channel(byteOf(layer, alpha) - byteOf(layer, red)) * K; };
 
 // The sum of both colours where both cover, each alone where it is alone. Deliberate: the layer, too, is un-premultiplied by
-// the base's alpha. Infinite quotients are cut where nothing changes any more; no weight at all (NaN) gives 0.
+// the base's alpha, with one division as in wholeStraight. Infinite quotients are cut where nothing changes any more; no weight
+// at all (NaN) gives 0.
 constexpr auto added = RULE() {
-    auto wholeOf = [=](Tone c) { return Tone::of(whole(float(clamped<Tone>(straight(c, a1), 65536.0f)))); };
+    const Tone scale = a1 == 0.0f ? Tone(65536.0f) : 255.0f / a1, middle = a1 == 0.0f ? Tone(0.0f) : scale * (0.5f / 255.0f);
+    auto wholeOf = [=](Tone c) { return Tone::of(whole(float(roughly(c, scale, middle)))); };
     const Tone base = wholeOf(c1), layer = wholeOf(c2), sum = clamped<Tone>(base + layer, 255.0f);
     const Coverage parts(a1, a2);
     const Tone mix = parts.mix(parts.both + parts.layer + parts.base, base, layer, sum);

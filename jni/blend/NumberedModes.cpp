@@ -7,11 +7,17 @@ namespace LEVEL {
 namespace {
 
 constexpr auto wholeColourPixel = [](int number) {
-    return [=](Word base, Word layer) -> Word {
-        auto brightnessOf = [](Word p) { return mode::brightness(byteOf(p, red), byteOf(p, green), byteOf(p, blue)); };
-        const bool isLayers = mode::layerWins(number, brightnessOf(base), brightnessOf(layer));
-        return perChannelUnder(unionAlpha, onStraight(mode::wholeColour(isLayers)))(base, layer);
-    };
+    return InHalves{[=](Halves base, Halves layer) {
+        const bool isLayers = mode::layerWins(number, mode::whole::brightness(base), mode::whole::brightness(layer));
+        return onPremultiplied(mode::whole::wholeColour(isLayers)).rule(base, layer);
+    }};
+};
+
+constexpr auto pixelOf = [](auto formula, auto... inWhole) {
+    if constexpr (sizeof...(inWhole) > 0)
+        return onPremultiplied(inWhole...);
+    else
+        return perChannelUnder(unionAlpha, onStraight(formula));
 };
 
 }  // namespace
@@ -21,9 +27,8 @@ int TkPSBlendingMode(JNIEnv* env, jobject base, jobject layer, int number) {
         constexpr auto bothVisible = [](Word pixel1, Word pixel2) { return isVisible(pixel1) && isVisible(pixel2); };
         return blendLeavingArrays(env, base, layer, 1, bothVisible, composited(wholeColourPixel(number)));
     }
-    return mode::withFormula(number, [=](auto formula) {
-        return blend(env, base, layer, composited(perChannelUnder(unionAlpha, onStraight(formula))));
-    });
+    return mode::withFormula(number,
+                             [=](auto... formula) { return blendByAlphas(env, base, layer, composited(pixelOf(formula...))); });
 }
 
 }  // namespace LEVEL

@@ -1,7 +1,7 @@
 // The rules of the numbered modes: both pixels straight, a textbook formula on each channel, then compositing with both alphas.
 #pragma once
 
-#include "Combinators.h"
+#include "Halves.h"
 
 // A formula: one straight channel of the blend, from the base's straight channel a and the layer's b.
 #define FORMULA []([[maybe_unused]] auto a, [[maybe_unused]] auto b)
@@ -36,28 +36,41 @@ constexpr auto exclusion   = FORMULA { return a + b - 2.0f * a * b * K; };
 constexpr auto subtract    = FORMULA { return a - b; };
 constexpr auto divide      = FORMULA { return b == 0.0f ? 255.0f : straight(a, b); };
 
+// What of a mode both pixels cover together, times 255 * 255, in whole numbers: f * a1 * a2 for the formula's f of straight
+// channels, which no longer divides then, since c1 * 255 / a1 times a1 * a2 is 255 * c1 * a2. It is capped by a1 * a2.
+namespace whole {
+
+constexpr auto darken      = RULE() { return lesser(c1 * a2, c2 * a1); };
+constexpr auto multiply    = RULE() { return c1 * c2; };
+constexpr auto lighten     = RULE() { return greater(c1 * a2, c2 * a1); };
+constexpr auto linearDodge = RULE() { const auto b = lesser(c1 * a2, a1 * a2); return b + lesser(c2 * a1, a1 * a2 - b); };
+constexpr auto hardMix     = RULE() { return c2 * a1 < a1 * a2 - lesser(c1 * a2, a1 * a2) ? Short(0u) : a1 * a2; };
+
+}  // namespace whole
+
 // clang-format on
 
-// Calls `use` with the formula of a mode; modes 7 and 12 have none for a single channel.
+// Calls `use` with the formula of a mode, and with that in whole numbers where there is one; modes 7 and 12 have none for a
+// single channel.
 template <typename Use>
 auto withFormula(int number, Use use) {
     // clang-format off
     switch (number) {
-        case 3:  return use(darken);
-        case 4:  return use(multiply);
+        case 3:  return use(darken, whole::darken);
+        case 4:  return use(multiply, whole::multiply);
         case 5:  return use(colorBurn);
         case 6:  return use(linearBurn);
-        case 8:  return use(lighten);
+        case 8:  return use(lighten, whole::lighten);
         case 9:  return use(screen);
         case 10: return use(colorDodge);
-        case 11: return use(linearDodge);
+        case 11: return use(linearDodge, whole::linearDodge);
         case 13: return use(overlay);
         case 14: return use(softLight);
         case 15: return use(hardLight);
         case 16: return use(vividLight);
         case 17: return use(linearLight);
         case 18: return use(pinLight);
-        case 19: return use(hardMix);
+        case 19: return use(hardMix, whole::hardMix);
         case 20: return use(difference);
         case 21: return use(exclusion);
         case 22: return use(subtract);
@@ -71,11 +84,23 @@ auto withFormula(int number, Use use) {
 inline float brightness(double r, double g, double b) { return float(0.3 * r + 0.6 * g + 0.1 * b); }
 
 // Mode 7 takes the darker colour as a whole, 12 (and any other number) the lighter one; the base's where they are equal.
-inline bool layerWins(int number, float brightness1, float brightness2) {
+template <typename Number>
+bool layerWins(int number, Number brightness1, Number brightness2) {
     return number == 7 ? brightness2 < brightness1 : brightness2 > brightness1;
 }
 
 constexpr auto wholeColour = [](bool isLayers) { return [isLayers](auto a, auto b) { return isLayers ? b : a; }; };
+
+// The same in whole numbers; ten times the brightness orders all colours alike.
+namespace whole {
+
+inline Short brightness(Halves p) { return lowOf(p.redGreen) * 3u + highOf(p.redGreen) * 6u + lowOf(p.blueAlpha); }
+
+constexpr auto wholeColour = [](bool isLayers) {
+    return RULE(isLayers) { return isLayers ? c2 * a1 : c1 * a2; };
+};
+
+}  // namespace whole
 
 }  // namespace mode
 
@@ -83,11 +108,24 @@ constexpr auto wholeColour = [](bool isLayers) { return [isLayers](auto a, auto 
 template <typename Formula>
 constexpr auto onStraight(Formula formula) {
     return RULE(formula) {
-        const auto b = straight(c1, a1), s = straight(c2, a2), f = clamped<decltype(c1)>(formula(b, s), 255.0f);
+        const auto b = quotient(c1, a1, 255.0f), s = quotient(c2, a2, 255.0f);
+        const auto f = clamped<decltype(c1)>(formula(b, s), 255.0f);
         const Coverage parts(a1, a2);
         const auto mix = parts.mix(parts.both + (parts.layer + parts.base), b, s, f);
         return clamped(clamped<decltype(c1)>(mix, 255.0f) * top * K, top);
     };
+}
+
+// The same in whole numbers. The weights' total is 255 times the union alpha, which cancels, and a channel is
+// (c1 * (255 - a2) + c2 * (255 - a1) + both) / 255 = c1 + c2 - (c1 * a2 + c2 * a1 - both) / 255 truncated; what is taken away
+// is never above 65025. Every formula leaves full channels full, so that c1 = a1 and c2 = a2 give the alpha.
+template <typename Both>
+constexpr auto onPremultiplied(Both both) {
+    const auto sum = RULE(both) {
+        const auto shared = lesser(both(c1, c2, a1, a2, top), a1 * a2);
+        return lesser(c1 + c2 - quotientUp(c1 * a2 + c2 * a1 - shared, 255u), top);
+    };
+    return perHalvesUnder([=](Short a1, Short a2) { return sum(a1, a2, a1, a2, Short(255u)); }, sum);
 }
 
 }  // namespace LEVEL

@@ -57,21 +57,21 @@ inline double emulatedFused(double a, double b, double c) {
 // ---- What the library calls -----------------------------------------------------------------------------------------------
 
 // a * b + c, rounded once.
-inline float fused(float a, float b, float c) { return hasFusedMultiplyAdd ? fmaf(a, b, c) : emulatedFused(a, b, c); }
-inline double fused(double a, double b, double c) { return hasFusedMultiplyAdd ? fma(a, b, c) : emulatedFused(a, b, c); }
+inline float fused(float a, float b, float c) { return processor.fuses ? fmaf(a, b, c) : emulatedFused(a, b, c); }
+inline double fused(double a, double b, double c) { return processor.fuses ? fma(a, b, c) : emulatedFused(a, b, c); }
 
 // a * b + c where the rounding of the product does not matter.
-inline float roughly(float a, float b, float c) { return hasFusedMultiplyAdd ? fused(a, b, c) : a * b + c; }
+inline float roughly(float a, float b, float c) { return processor.fuses ? fused(a, b, c) : a * b + c; }
 
 // a * b + c where c is near -a * b, so that the sum needs no rounding.
 inline double cancelled(double a, double b, double c) {
-    if (hasFusedMultiplyAdd) return fused(a, b, c);
+    if (processor.fuses) return fused(a, b, c);
     const Sum product = exactProduct(a, b);
     return (product.value + c) + product.rest;
 }
 
 // The fraction of a value far inside the range of int cut off.
-inline float whole(float value) { return hasTruncation ? truncf(value) : float(int(value)); }
+inline float whole(float value) { return processor.truncates ? truncf(value) : float(int(value)); }
 inline float whole(double value) { return float(int(value)); }
 
 // The length of a vector.

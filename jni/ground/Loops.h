@@ -38,7 +38,7 @@ constexpr std::int64_t pieceLength = 256;
 // Asks for the memory of the next piece, where a processor by itself would stop at the end of the page.
 inline void fetchAhead(const StoredWord* piece) {
     constexpr std::uintptr_t bytes = pieceLength * sizeof(Word), line = 64;
-    for (std::uintptr_t at = 0; stopsAtPages && at < bytes; at += line) fetchLine(std::uintptr_t(piece) + bytes + at);
+    for (std::uintptr_t at = 0; processor.stopsAtPages && at < bytes; at += line) fetchLine(std::uintptr_t(piece) + bytes + at);
 }
 
 // ---- One bitmap -----------------------------------------------------------------------------------------------------------

@@ -16,22 +16,29 @@ static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float
 
 namespace LEVEL {
 
-#if defined(__FMA__) || defined(__ARM_FEATURE_FMA)
-constexpr bool hasFusedMultiplyAdd = true;
+// What a processor level has, and what pays on it: fused multiply-adds, truncation to a whole float, vectors of every other
+// half in memory; doing without a division by a few fused multiply-adds; asking for memory beyond the end of a page.
+struct Processor {
+    bool fuses, truncates, interleaves, dividesSlowly, stopsAtPages;
+};
+#if defined(__AVX512F__)
+constexpr Processor processor{true, true, true, true, true};
+#elif defined(__AVX2__) && defined(__FMA__)
+constexpr Processor processor{true, true, true, false, false};
+#elif defined(__aarch64__)
+constexpr Processor processor{true, true, true, true, false};
+#elif defined(__SSE4_1__)
+constexpr Processor processor{false, true, false, false, false};
 #else
-constexpr bool hasFusedMultiplyAdd = false;
-#endif
-#if defined(__SSE4_1__) || defined(__aarch64__)
-constexpr bool hasTruncation = true;  // to a whole float
-#else
-constexpr bool hasTruncation = false;
+constexpr Processor processor{};
 #endif
 
-// Processors with AVX-512 that were measured fetch ahead by themselves only up to the end of a page, others go on.
-#ifdef __AVX512F__
-constexpr bool stopsAtPages = true;
+// Before a loop over words that computes on halves: clang goes by the words and would fill half of its vectors only.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wpass-failed"
+#define EIGHT_AT_A_TIME _Pragma("clang loop vectorize_width(8)")
 #else
-constexpr bool stopsAtPages = false;
+#define EIGHT_AT_A_TIME
 #endif
 
 // For what a compiler inlines too late to vectorise the loop around it.
@@ -43,8 +50,9 @@ inline void fetchLine(std::uintptr_t address) { __builtin_prefetch(reinterpret_c
 // Stores a word that other threads may store, too.
 inline void storeRelaxed(unsigned& to, unsigned value) { __atomic_store_n(&to, value, __ATOMIC_RELAXED); }
 
-// A word, and four floats side by side, in memory that may have any alignment and any other type's bytes.
+// A word, a half of it, and four floats side by side, in memory that may have any alignment and any other type's bytes.
 using StoredWord __attribute__((may_alias, aligned(1))) = std::uint32_t;
+using StoredHalf __attribute__((may_alias, aligned(1))) = std::uint16_t;
 using Lanes = float __attribute__((vector_size(16)));
 using StoredLanes __attribute__((may_alias, aligned(4))) = Lanes;
 

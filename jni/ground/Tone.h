@@ -44,7 +44,7 @@ inline bool operator!=(Tone a, Tone b) { return float(a) != float(b); }
 // a * b + c, rounded once. What products with weights and sums make of bytes has no binary place below 2^-40, so that double
 // holds it; where quotients take part, the truncated results are those of one rounding all the same, which the digests show.
 inline Tone fused(Tone a, Tone b, Tone c) {
-    if (hasFusedMultiplyAdd) return Tone::of(fused(float(a), float(b), float(c)));
+    if (processor.fuses) return Tone::of(fused(float(a), float(b), float(c)));
     return Tone::of(float(double(float(a)) * double(float(b)) + double(float(c))));
 }
 inline Tone roughly(Tone a, Tone b, Tone c) { return Tone::of(roughly(float(a), float(b), float(c))); }

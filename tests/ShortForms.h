@@ -1,0 +1,19 @@
+// Blends that take a shorter way, and the plain rules that they have to agree with: on every pair of channels under every pair
+// of alphas, channels above their alpha too.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+struct ShortForm {
+    std::string call;
+    std::function<void(std::uint32_t* base, const std::uint32_t* layer, std::size_t width)> plain;
+};
+
+const std::vector<ShortForm>& shortForms();
+
+// The first pixel on which the two do not agree, of all under two alphas; empty where there is none.
+std::string firstDifference(const ShortForm& form, unsigned a1, unsigned a2);
