@@ -9,7 +9,7 @@ using namespace LEVEL;
 
 template <typename PixelRule>
 auto row(PixelRule rule) {
-    return [rule](std::uint32_t* base, const std::uint32_t* layer, std::size_t width) {
+    return [rule](std::uint32_t* base, const std::uint32_t* layer, std::int64_t width) {
         blendRow(reinterpret_cast<StoredWord*>(base), reinterpret_cast<const StoredWord*>(layer), width, rule);
     };
 }

@@ -10,7 +10,7 @@
 
 struct ShortForm {
     std::string call;
-    std::function<void(std::uint32_t* base, const std::uint32_t* layer, std::size_t width)> plain;
+    std::function<void(std::uint32_t* base, const std::uint32_t* layer, std::int64_t width)> plain;
 };
 
 const std::vector<ShortForm>& shortForms();

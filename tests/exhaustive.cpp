@@ -60,8 +60,7 @@ Digests walk(unsigned a1) {
 
 // Calls `work` with every base alpha, on every core, the largest first, so that the cores end together.
 void everyBaseAlpha(const char* what, const std::function<void(unsigned)>& work) {
-    std::printf("%s
-", what);
+    std::printf("%s\n", what);
     std::fflush(stdout);
     std::atomic<int> next = 255;
     std::vector<std::thread> threads;

@@ -7,11 +7,14 @@
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "a pixel is read as one word, red in its low byte");
 static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float");
 
-// No fused multiply-adds but those that are written, with anybody's flags too.
+// No fused multiply-adds but those that are written, with anybody's flags too. And a word before a loop over words that
+// computes on halves: clang goes by the words and would fill half of its vectors only.
 #ifdef __clang__
 #pragma clang fp contract(off)
+#define EIGHT_AT_A_TIME _Pragma("clang loop vectorize_width(8)")
 #else
 #pragma GCC optimize("fp-contract=off")
+#define EIGHT_AT_A_TIME
 #endif
 
 namespace LEVEL {
@@ -31,14 +34,6 @@ constexpr Processor processor{true, true, true, true, false};
 constexpr Processor processor{false, true, false, false, false};
 #else
 constexpr Processor processor{};
-#endif
-
-// Before a loop over words that computes on halves: clang goes by the words and would fill half of its vectors only.
-#ifdef __clang__
-#pragma clang diagnostic ignored "-Wpass-failed"
-#define EIGHT_AT_A_TIME _Pragma("clang loop vectorize_width(8)")
-#else
-#define EIGHT_AT_A_TIME
 #endif
 
 // For what a compiler inlines too late to vectorise the loop around it.
