@@ -27,7 +27,7 @@ constexpr bool hasTruncation = true;  // to a whole float
 constexpr bool hasTruncation = false;
 #endif
 
-// Whether a division costs more than the handful of fused multiply-adds, and the registers, that go without it: at v3 it does not.
+// Whether a division costs more than the few fused multiply-adds and registers that save it: at v3 it does not.
 #if defined(__AVX512F__) || defined(__aarch64__)
 constexpr bool divisionIsDear = true;
 #else
