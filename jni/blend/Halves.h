@@ -51,10 +51,11 @@ void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, InHa
     if (processor.interleaves) {
         auto* halves1 = reinterpret_cast<StoredHalf*>(row1);
         auto* halves2 = reinterpret_cast<const StoredHalf*>(row2);
-        for (std::int64_t x = 0; x < 2 * width; x += 2) {
-            const Halves both = halves.rule(Halves{halves1[x], halves1[x + 1]}, Halves{halves2[x], halves2[x + 1]});
-            halves1[x] = both.redGreen;
-            halves1[x + 1] = both.blueAlpha;
+        for (std::int64_t x = 0; x < width; ++x) {
+            const Halves both =
+                halves.rule(Halves{halves1[2 * x], halves1[2 * x + 1]}, Halves{halves2[2 * x], halves2[2 * x + 1]});
+            halves1[2 * x] = both.redGreen;
+            halves1[2 * x + 1] = both.blueAlpha;
         }
     } else {
         EIGHT_AT_A_TIME
