@@ -1,3 +1,4 @@
+#include "Domain.h"
 #include "KorvGraphics2D.h"
 #include "Random.h"
 
@@ -5,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <set>
 
 extern "C" unsigned int numaaaa;
@@ -89,18 +91,56 @@ TEST(Effects, BlackAndWhiteChangeEachPixelOnce) {
         }
 }
 
+// The median's bands of quotients sort as brightnesses do, since these are the quotients of whole numbers, rounded once.
+TEST(Effects, BrightnessIsAQuotientOfWholeNumbers) {
+    auto isQuotient = [](std::uint32_t p) {
+        const std::uint32_t sum = 299 * (p & 255) + 587 * (p >> 8 & 255) + 114 * (p >> 16 & 255), a = p >> 24;
+        return a == 0 || brightness(p) == float(255.0 * sum / (1000.0 * a));
+    };
+    EXPECT_EQ(firstWrong(1ull << 32, 997, isQuotient), std::nullopt);
+}
+
+void expectMedian(std::vector<std::uint32_t> pixels, const char* what) {
+    std::vector<float> sorted;
+    for (std::uint32_t pixel : pixels)
+        if (pixel >> 24) sorted.push_back(brightness(pixel));
+    std::sort(sorted.begin(), sorted.end());
+    // In rows where they can be, which ends pieces of them.
+    const auto count = std::uint32_t(pixels.size()), height = count % 3 ? 1u : 3u;
+    FakeBitmap bitmap(count / height, height, pixels);
+    EXPECT_EQ(K2D::BitmapGetMedian(fakeEnv(), bitmap.object()), sorted.empty() ? 0.0f : sorted[sorted.size() / 2])
+        << what << ", " << count << " pixels";
+}
+
 TEST(Effects, TheMedianIsWhatSortingWouldFind) {
     Random random(7);
+    const struct {
+        const char* what;
+        std::function<std::uint32_t()> pixel;
+    } pictures[] = {
+        {"any bytes", [&] { return random.next(); }},
+        {"opaque", [&] { return random.next() | 0xFF000000; }},
+        {"clear", [&] { return random.next() & 0x00FFFFFF; }},
+        {"black", [&] { return 0xFF000000u; }},
+        {"white", [&] { return random.below(255) * 0x01010101; }},
+        {"two neighbours", [&] { return 0xFE000000 + random.below(2) * 0x01010101; }},
+        {"three in a band", [&] { return 0xFF646464 + random.below(3) * 0x010000; }},
+        {"many in a band", [&] { return 0xFF646464 + random.below(2) * 0x010000 + random.below(2) * 0x000100; }},
+        // 106775 / 208 and 127822 / 249 are one float, their brightnesses are two.
+        {"nearly one quotient", [&] { return random.below(2) ? rgba(164, 77, 110, 208) : rgba(55, 181, 45, 249); }},
+        {"brighter than their alphas", [&] { return random.next() & 0x1FFFFFFF; }},
+        {"about the last whole number", [&] { return rgba(199 + random.below(4), 200, 200, 195); }},
+    };
+    for (const auto& [what, pixel] : pictures)
+        for (std::size_t count : {1u, 2u, 3u, 64u, 65u, 300u, 2047u, 2048u, 2049u, 2051u, 6000u, 30001u, 120000u}) {
+            std::vector<std::uint32_t> pixels(count);
+            for (std::uint32_t& each : pixels) each = pixel();
+            expectMedian(pixels, what);
+        }
     for (std::size_t count = 1; count <= 300; ++count) {
         std::vector<std::uint32_t> pixels(count);
-        std::vector<float> sorted;
-        for (std::uint32_t& pixel : pixels) {
-            pixel = count % 3 ? random.next() : 0xFE000000 + random.below(2) * 0x01010101;  // many are equal
-            if (pixel >> 24) sorted.push_back(brightness(pixel));
-        }
-        std::sort(sorted.begin(), sorted.end());
-        FakeBitmap bitmap(std::uint32_t(count), 1, pixels);
-        ASSERT_EQ(K2D::BitmapGetMedian(fakeEnv(), bitmap.object()), sorted.empty() ? 0.0f : sorted[sorted.size() / 2]) << count;
+        for (std::uint32_t& each : pixels) each = count % 3 ? random.next() : 0xFE000000 + random.below(2) * 0x01010101;
+        expectMedian(pixels, "small");
     }
 }
 
