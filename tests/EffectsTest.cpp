@@ -29,20 +29,33 @@ TEST(Effects, PickUpChannelRefusesOtherChannels) {
     EXPECT_EQ(calls, "");
 }
 
-// The operations round sums of bytes as the exported functions round those of any numbers: over all colours.
+// The operation rounds sums of bytes as the exported function rounds those of any numbers: over all colours, each under several
+// alphas, white first; at the thresholds where the short form begins, too.
 TEST(Effects, DenoiseRoundsAsItsFunctionDoes) {
-    FakeBitmap bitmap(4096, 1);
-    for (std::uint32_t first = 0; first < 1u << 24; first += 4096) {
-        auto pixel = [=](std::uint32_t x) { return (first + x) | (1 + (first + x) % 255) << 24; };
-        for (std::uint32_t x = 0; x < 4096; ++x) bitmap.set(x, 0, pixel(x));
-        calls.clear();
-        K2D::BitmapDenoise(fakeEnv(), bitmap.object(), 0);
-        for (std::uint32_t x = 0; x < 4096; ++x) {
-            const std::uint32_t p = pixel(x);
-            const float r = float(p & 255), g = float(p >> 8 & 255), b = float(p >> 16 & 255), a = float(p >> 24);
-            ASSERT_EQ(bitmap.get(x, 0) & 255, std::uint32_t(K2D::Denoise(r, g, b, a, 0)) & 255) << toString(p);
+    constexpr std::uint32_t width = 4096;
+    FakeBitmap bitmap(width, 1);
+    for (const auto& [threshold, stride] : {std::pair(0, 1u),
+                                            {60, 31u},
+                                            {-1, 31u},
+                                            {254, 61u},
+                                            {255, 61u},
+                                            {INT_MAX, 61u},
+                                            {-(1 << 22), 61u},
+                                            {-(1 << 22) - 1, 61u},
+                                            {-(1 << 24) - 2, 61u},
+                                            {INT_MIN, 61u}})
+        for (std::int64_t first = (1 << 24) - width; first >= 0; first -= width * std::int64_t(stepOf(stride))) {
+            auto pixel = [&](std::uint32_t x) { return (std::uint32_t(first) + x) | (1 + x * 31 % 255) << 24; };
+            for (std::uint32_t x = 0; x < width; ++x) bitmap.set(x, 0, pixel(x));
+            calls.clear();
+            K2D::BitmapDenoise(fakeEnv(), bitmap.object(), threshold);
+            for (std::uint32_t x = 0; x < width; ++x) {
+                const std::uint32_t p = pixel(x);
+                const float r = float(p & 255), g = float(p >> 8 & 255), b = float(p >> 16 & 255), a = float(p >> 24);
+                const auto v = std::uint32_t(K2D::Denoise(r, g, b, a, float(threshold)));
+                ASSERT_EQ(bitmap.get(x, 0), v ? rgba(v, v, v, p >> 24) : 0) << toString(p) << ", threshold " << threshold;
+            }
         }
-    }
     EXPECT_EQ(K2D::Denoise(100, 100, 100, 255, 100), 0.0f);
 }
 

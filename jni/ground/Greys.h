@@ -31,6 +31,14 @@ inline float straightSum(float r, float g, float b, float a, Weights w) {
 }
 inline float straightSum(Word word, Weights w) { return float(weightedSum(word, w) * 255.0 / double(byteOf(word, alpha))); }
 
+// The luminance of a pixel's bytes, again as a float: a sum of whole numbers, exact below 2^24, by 10000. Its quotients keep
+// further from where floats part than doubles err, and the reciprocal in two parts does.
+inline float luminance(Word word) {
+    const float sum = float(2125 * byteOf(word, red) + 7154 * byteOf(word, green) + 721 * byteOf(word, blue));
+    constexpr float high = 1e-4f, low = float(1e-4 - double(high));
+    return hasFusedMultiplyAdd ? fused(sum, high, sum * low) : sum / 10000.0f;
+}
+
 // Luminance in float, of whole numbers.
 inline Tone luminance(Tone r, Tone g, Tone b) { return fused(b, 0.0721f, fused(r, 0.2125f, 0.7154f * g)); }
 
