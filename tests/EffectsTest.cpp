@@ -1,6 +1,8 @@
 #include "Domain.h"
 #include "KorvGraphics2D.h"
 #include "Random.h"
+#include "effect/Hatch.h"
+#include "ground/Pixel.h"
 
 #include <gtest/gtest.h>
 
@@ -180,28 +182,73 @@ TEST(Effects, CrosshatchInksByTheLineTest) {
         EXPECT_EQ(K2D::needDrawLine(base, 0, 0, spacing, width, shifted), expected) << base << ", " << spacing << ", " << width;
     EXPECT_FALSE(K2D::NeedSetColor(256, 0, 0, 64, 0.2, 1, 0.7));
 
-    // The bitmap, with its exact remainder, against the test of single pixels with the C library's.
-    for (double angle : {0.785398163397448, 0.3, 2.2, -1.0})
-        for (double spacing : {0.05, 0.13, -0.2, 1e-9}) {
-            FakeBitmap bitmap(61, 64);
-            for (std::uint32_t y = 0; y < 64; ++y)
-                for (std::uint32_t x = 0; x < 61; ++x) bitmap.set(x, y, x == 0 ? 0 : rgba(4 * y, 4 * y, 4 * y, 255));
-            numaaaa = 77;
-            K2D::BitmapCrosshatch(fakeEnv(), bitmap.object(), spacing, 0.02, 0x102030, 0, angle);
-            EXPECT_EQ(numaaaa, 0u);
-            for (std::uint32_t y = 0; y < 64; ++y)
-                for (std::uint32_t x = 0; x < 61; ++x) {
-                    const float v = float(4 * y);
-                    const bool inked = K2D::NeedSetColor(int(K2D::GetLuminance(v, v, v, 255)), x, y, 64, spacing, 0.02, angle);
-                    const std::uint32_t expected = x == 0 ? 0 : inked ? 0xFF302010 : 0xFFFFFFFF;
-                    ASSERT_EQ(toString(bitmap.get(x, y)), toString(expected)) << x << ", " << y << ", spacing " << spacing;
-                }
-        }
     FakeBitmap noInfo(8, 8);
     numaaaa = 77;
     noInfo.infoResult = -1;
     EXPECT_EQ(K2D::BitmapCrosshatch(fakeEnv(), noInfo.object(), 1, 1, 0, 0, 1), -1);
     EXPECT_EQ(numaaaa, 0u) << "zeroed before anything else";
+}
+
+// The bitmap, with its exact remainder and its luminance by whole numbers, against the test of single pixels with the C
+// library's remainder.
+void expectCrosshatch(FakeBitmap bitmap, double spacing, double angle) {
+    const FakeBitmap before = bitmap;
+    const double width = 0.4 * spacing;
+    numaaaa = 77;
+    K2D::BitmapCrosshatch(fakeEnv(), bitmap.object(), spacing, width, 0x102030, 0, angle);
+    EXPECT_EQ(numaaaa, 0u);
+    for (std::uint32_t y = 0; y < bitmap.info.height; ++y)
+        for (std::uint32_t x = 0; x < bitmap.info.width; ++x) {
+            const std::uint32_t p = before.get(x, y), a = p >> 24;
+            auto ink = [=](int c) { return std::uint32_t(float(a) * LEVEL::K * float(c)); };
+            const float luminance = K2D::GetLuminance(float(p & 255), float(p >> 8 & 255), float(p >> 16 & 255), float(a));
+            const bool inked = a && K2D::NeedSetColor(int(luminance), x, y, bitmap.info.height, spacing, width, angle);
+            const std::uint32_t expected = a == 0 ? p : inked ? rgba(ink(0x10), ink(0x20), ink(0x30), a) : a * 0x01010101;
+            ASSERT_EQ(toString(bitmap.get(x, y)), toString(expected))
+                << toString(p) << " at " << x << ", " << y << ", spacing " << spacing << ", angle " << angle;
+        }
+}
+
+TEST(Effects, CrosshatchFollowsTheLineTestAtAnySpacing) {
+    FakeBitmap greys(61, 64);
+    for (std::uint32_t y = 0; y < 64; ++y)
+        for (std::uint32_t x = 0; x < 61; ++x) greys.set(x, y, x == 0 ? 0 : rgba(4 * y, 4 * y, 4 * y, 255));
+    for (double angle : {0.785398163397448, 0.3, 2.2, -1.0})
+        for (double spacing : {0.05, 0.13, -0.2, 1e-9, 3e-13, 5e-14, 1e-14, 3e-15, 1e-15, 1e-17})
+            expectCrosshatch(greys, spacing, angle);
+}
+
+// The colours whose luminance comes nearest to where one more family is drawn, under every alpha, in all places of the hatch.
+TEST(Effects, CrosshatchPartsAtTheLuminance) {
+    std::vector<std::uint32_t> colours(255 * 10000 + 1);
+    for (std::uint32_t rgb = 0; rgb < 1u << 24; ++rgb)
+        colours[2125 * (rgb & 255) + 7154 * (rgb >> 8 & 255) + 721 * (rgb >> 16)] = rgb;
+    std::vector<std::uint32_t> nearest;
+    for (std::uint32_t a = 1; a < 256; ++a)
+        for (std::uint32_t limit : {77u, 128u, 192u, 256u})
+            for (int beside = -3; beside <= 3; ++beside) {
+                const std::size_t sum = limit * a * 2000 / 51 + std::size_t(beside);
+                if (sum < colours.size() && colours[sum]) nearest.push_back(colours[sum] | a << 24);
+            }
+    ASSERT_GT(nearest.size(), 4000u);
+    const auto width = std::uint32_t(nearest.size());
+    FakeBitmap bitmap(width, 23);
+    for (std::uint32_t y = 0; y < 23; ++y)
+        for (std::uint32_t x = 0; x < width; ++x) bitmap.set(x, y, nearest[(x + y * 37) % width]);
+    expectCrosshatch(bitmap, 0.3, 0.6);
+}
+
+// As the C library's, for quotients up to 2^48, near whole numbers and halves.
+TEST(Effects, TheRemainderIsExact) {
+    Random random(7);
+    for (int i = 0; i < 500'000; ++i) {
+        const double m = std::ldexp(1.0 + random.next() * 0x1p-32, int(random.below(40)) - 20);
+        const double whole = double(random.next() >> random.below(32)) * (random.below(2) ? 1 : 65535),
+                     half = random.below(3) * 0.5;
+        double u = (whole + half) * m;
+        for (std::uint32_t steps = random.below(4); steps > 0; --steps) u = std::nextafter(u, i % 2 ? 0.0 : HUGE_VAL);
+        ASSERT_EQ(LEVEL::exactRemainder(u, LEVEL::Spacing(m)), std::fmod(u, m)) << u << " by " << m;
+    }
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ constexpr auto denoisedPixel = [](float threshold) {
 // The same where 255 - t is a float or nothing is above t: a quotient of floats is rounded alike from double and at once.
 constexpr auto shortlyDenoised = [](float threshold) {
     return [=, span = 255.0f - threshold](Word word) -> Word {
-        const float over = luminance(word) - threshold;
+        const float over = luminanceSum(word) - threshold;
         return greyOrNothing(over > 0.0f ? over * channelOf(word, alpha) / span : 0.0f, word);
     };
 };
