@@ -5,20 +5,19 @@
 
 namespace LEVEL {
 
-// A distance between lines, and its reciprocal a little too small: (1 - 2^-52) / m stays below 1 / m, and so do its products
-// below the quotients by m.
+// A distance between lines, and its reciprocal.
 struct Spacing {
     double m, inverse;
 
-    explicit Spacing(double S) : m(fabs(S)), inverse((1.0 - 0x1p-52) / m) {}
+    explicit Spacing(double S) : m(fabs(S)), inverse(1.0 / m) {}
 };
 
 // The C library's remainder of non-negative numbers.
 static inline double libraryRemainder(double u, Spacing spacing) { return fmod(u, spacing.m); }
 
-// The same where u / m < 2^48. The whole number nearest to the product is the quotient's whole part or one more, that only
-// above the half; what it leaves is exact, and so is the sum with m, because every multiple of the finer last place of u and m
-// that is no larger than u can be represented.
+// The same where u / m < 2^48. The whole number nearest to the product is the quotient's whole part or one more; more than 0
+// only from u = m / 2 on, since the product of what is below stays below the half. What it leaves is exact then, and so is the
+// sum with m: multiples of the finer last place of u and m that are no larger than u or m can be represented.
 static inline double exactRemainder(double u, Spacing spacing) {
     const double nearest = u * spacing.inverse + 0x1p52 - 0x1p52, rest = cancelled(-nearest, spacing.m, u);
     return rest < 0.0 ? rest + spacing.m : rest;
