@@ -66,7 +66,7 @@ void everyBaseAlpha(const char* what, const std::function<void(unsigned)>& work)
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
         threads.emplace_back([&] {
-        for (int a1; (a1 = next--) >= 0;) work(unsigned(a1));
+            for (int a1; (a1 = next--) >= 0;) work(unsigned(a1));
         });
     for (std::thread& thread : threads) thread.join();
 }

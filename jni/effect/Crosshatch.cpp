@@ -9,7 +9,7 @@ extern "C" unsigned int numaaaa;
 namespace LEVEL {
 namespace {
 
-template <double remainder(double, double)>
+template <double remainder(double, Spacing)>
 void crosshatch(Pixels pixels, const Hatch& hatch, Word ink, bool clears) {
     for (std::size_t y = 0; y < pixels.height; ++y) {
         StoredWord* row = pixels.row(y);
@@ -18,8 +18,8 @@ void crosshatch(Pixels pixels, const Hatch& hatch, Word ink, bool clears) {
             const Channel s = Channel(int(a)) * K;
             auto byte = [=](int c) { return stored(s * channelOf(ink, c)) << c; };
             const Word inked = alphaOf(word) | byte(red) | byte(green) | byte(blue), paper = clears ? 0 : a * 0x01010101;
-            const int lum = truncated(straightSum(word, luminanceWeights));
-            const bool isInked = hatch.inks<remainder>(lum, double(int(x)), double(int(y)));
+            const float limit = float(hatch.limit<remainder>(double(int(x)), double(int(y))));
+            const bool isInked = straightLuminanceSum(word) < limit;
             row[x] = a == 0 ? word : isInked ? inked : paper;
         }
     }

@@ -23,9 +23,9 @@ float KorvGraphics2D::Add(float x, float m) {
 }
 
 bool KorvGraphics2D::needDrawLine(double base, double slope, double x, double spacing, double width, bool shifted) {
-    return onLine<libraryRemainder>(fused(-slope, x, base) - (shifted ? spacing * 0.5 : 0.0), spacing, fabs(width));
+    return onLine<libraryRemainder>(fused(-slope, x, base) - (shifted ? spacing * 0.5 : 0.0), Spacing(spacing), fabs(width));
 }
 
 bool KorvGraphics2D::NeedSetColor(int lum, double x, double y, double height, double spacing, double width, double angle) {
-    return Hatch(height, spacing, width, angle).inks<libraryRemainder>(lum, x, y);
+    return double(lum) < Hatch(height, spacing, width, angle).limit<libraryRemainder>(x, y);
 }

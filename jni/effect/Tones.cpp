@@ -82,12 +82,24 @@ void blackAndWhite(Pixels pixels, float threshold) {
 // ---- Grey taken away ------------------------------------------------------------------------------------------------------
 
 // What comes to nothing vanishes.
+Word greyOrNothing(float value, Word word) {
+    const int v = int(value);
+    const Word changed = v == 0 ? 0 : grey(Word(v), word);
+    return isVisible(word) ? changed : word;
+}
+
 constexpr auto denoisedPixel = [](float threshold) {
     return [=](Word word) -> Word {
         const float Y = float(weightedSum(word, luminanceWeights));
-        const int v = int(denoised(Y, channelOf(word, alpha), threshold));
-        const Word changed = v == 0 ? 0 : grey(Word(v), word);
-        return isVisible(word) ? changed : word;
+        return greyOrNothing(denoised(Y, channelOf(word, alpha), threshold), word);
+    };
+};
+
+// The same where 255 - t is a float or nothing is above t: a quotient of floats is rounded alike from double and at once.
+constexpr auto shortlyDenoised = [](float threshold) {
+    return [=, span = 255.0f - threshold](Word word) -> Word {
+        const float over = luminanceSum(word) - threshold;
+        return greyOrNothing(over > 0.0f ? over * channelOf(word, alpha) / span : 0.0f, word);
     };
 };
 
@@ -124,7 +136,10 @@ int BitmapSetBlackAndWhite(JNIEnv* env, jobject bitmap, float threshold) {
     return single(env, bitmap, [=](Pixels pixels) { blackAndWhite(pixels, threshold); });
 }
 
-int BitmapDenoise(JNIEnv* env, jobject bitmap, int threshold) { return effect(env, bitmap, denoisedPixel(float(threshold))); }
+int BitmapDenoise(JNIEnv* env, jobject bitmap, int threshold) {
+    const float t = float(threshold);
+    return t < -0x1p22f ? effect(env, bitmap, denoisedPixel(t)) : effect(env, bitmap, shortlyDenoised(t));
+}
 
 int EraseGray(JNIEnv* env, jobject bitmap, int threshold, jobject, jobject) {
     return single(env, bitmap, [=](Pixels pixels) {
