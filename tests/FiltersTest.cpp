@@ -1,9 +1,11 @@
+#include "Domain.h"
 #include "KorvImageFilter.h"
 #include "Random.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -37,6 +39,44 @@ TEST(Filters, SharpnessGoesOnWithSharpNeighboursWhereMemoryIsShared) {
             EXPECT_EQ(KorvImageFilter::BitmapSharpness(fakeEnv(), from.object(), to.object(), 1.0f), 0);
             EXPECT_EQ(memory, expected) << width << " x " << height << ", " << shift << " pixels apart";
         }
+}
+
+// What is left of a straight channel under a haze of one strength, by the plain formula.
+std::uint32_t unhazed(std::uint32_t c, float t) {
+    const double value = double(std::fma(-t, 255.0f, float(c))) / (1.0 - double(t));
+    return value > 0 ? std::uint32_t(std::min(value, 255.0)) : 0;
+}
+
+// All channels of an opaque pixel, and one that exceeds its alpha.
+void expectUnhazed(float t) {
+    constexpr std::uint32_t width = 90;
+    FakeBitmap bitmap(width, 2);
+    auto pixel = [](std::uint32_t x) { return x < 86 ? rgba(x, x + 85, x + 170, 255) : rgba(x, 51, 2 * x, 51); };
+    for (std::uint32_t x = 0; x < width; ++x) bitmap.set(x, 0, pixel(x));
+    calls.clear();
+    KorvImageFilter::BitmapHaze(fakeEnv(), bitmap.object(), t, 0);
+    for (std::uint32_t x = 0; x < width; ++x) {
+        const std::uint32_t p = pixel(x), a = p >> 24;
+        auto channel = [=](int shift) { return unhazed((p >> shift & 255) * 255 / a, t) * a / 255; };
+        ASSERT_EQ(toString(bitmap.get(x, 0)), toString(rgba(channel(0), channel(8), channel(16), a)))
+            << toString(p) << ", t " << t;
+    }
+}
+
+// Where t is the float next to (c - k) / (255 - k), the channel c comes next to the whole number k; and where other rows begin.
+TEST(Filters, HazeTruncatesAsItsFormulaDoes) {
+    const float infinity = std::numeric_limits<float>::infinity();
+    auto expectAround = [=](float t) {
+        for (float each : {std::nextafter(t, -infinity), t, std::nextafter(t, infinity)}) expectUnhazed(each);
+    };
+    for (float t : {0.0f, 0x1p-16f, 0x1p-15f, 0x1p-20f, 1 / 255.0f, 0.25f, 0.5f, 1 - 0x1p-8f, 1.0f, 1.5f, 1e30f})
+        for (float sign : {1.0f, -1.0f}) expectAround(sign * t);
+    for (std::uint64_t i = 0; i < 255 * 256; i += stepOf(19)) {
+        const float c = float(i % 256), k = float(i / 256);
+        expectAround((c - k) / (255 - k));
+    }
+    Random random(7);
+    for (int i = 0; i < 20000; ++i) expectUnhazed(std::ldexp(float(random.next() >> 8), -24 - int(random.below(18))));
 }
 
 }  // namespace

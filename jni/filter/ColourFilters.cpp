@@ -59,6 +59,21 @@ constexpr auto unhazed = [](float t) {
     };
 };
 
+// The same in float: a quotient by 2^-21 of itself too large has the right whole part k or one more; if one more, the remainder
+// n - k (1 - t) is negative. 1 - t comes in two parts: the second one's products are exact where t is not tiny, and so is what
+// the fused product leaves where it is as small as these.
+constexpr auto shortlyUnhazed = [](float t) {
+    const double rest = 1.0 - double(t);
+    const float high = float(rest), low = float(rest - double(high)), inverse = float((1.0 + 0x1p-21) / rest);
+    return [=](Word word) -> Word {
+        return wholeFiltered(word, [=](Channel c, int) {
+            const Channel n = positive(fused(-t, 255.0f, c)), k = whole(lesser(n * inverse, 255.0f));
+            return fused(-k, high, n) < k * low ? k - 1.0f : k;
+        });
+    };
+};
+bool isModerate(float t) { return hasFusedMultiplyAdd && fabsf(t) >= 0x1p-16f && fabsf(t) < 1.0f; }
+
 }  // namespace
 
 int BitmapSepia(JNIEnv* env, jobject bitmap, float intensity) { return effect(env, bitmap, sepia(intensity)); }
@@ -80,9 +95,15 @@ int BitmapHaze(JNIEnv* env, jobject bitmap, float distance, float slope) {
     return single(env, bitmap, [=](Pixels pixels) {
         for (std::size_t y = 0; y < pixels.height; ++y) {
             // A single row divides zero by zero, and t of 1 divides by zero: such rows turn black.
-            const auto rule = unhazed(float(y) * slope / float(pixels.height - 1) + distance);
+            const float t = float(y) * slope / float(pixels.height - 1) + distance;
             StoredWord* row = pixels.row(y);
-            for (std::size_t x = 0; x < pixels.width; ++x) row[x] = rule(row[x]);
+            auto each = [&](auto rule) {
+                for (std::size_t x = 0; x < pixels.width; ++x) row[x] = rule(row[x]);
+            };
+            if (isModerate(t))
+                each(shortlyUnhazed(t));
+            else
+                each(unhazed(t));
         }
     });
 }
