@@ -51,7 +51,7 @@ std::uint32_t unhazed(std::uint32_t c, float t) {
 void expectUnhazed(float t) {
     constexpr std::uint32_t width = 90;
     FakeBitmap bitmap(width, 2);
-    auto pixel = [](std::uint32_t x) { return x < 86 ? rgba(x, x + 85, x + 170, 255) : rgba(x, 51, 2 * x, 51); };
+    auto pixel = [](std::uint32_t x) { return x < 86 ? rgba(x, x + 85, x + 170, 255) : rgba(51, x, 2 * x, 51); };
     for (std::uint32_t x = 0; x < width; ++x) bitmap.set(x, 0, pixel(x));
     calls.clear();
     KorvImageFilter::BitmapHaze(fakeEnv(), bitmap.object(), t, 0);
