@@ -69,7 +69,8 @@ TEST(Filters, HazeTruncatesAsItsFormulaDoes) {
     auto expectAround = [=](float t) {
         for (float each : {std::nextafter(t, -infinity), t, std::nextafter(t, infinity)}) expectUnhazed(each);
     };
-    for (float t : {0.0f, 0x1p-16f, 0x1p-15f, 0x1p-20f, 1 / 255.0f, 0.25f, 0.5f, 1 - 0x1p-8f, 1.0f, 1.5f, 1e30f})
+    for (float t :
+         {0.0f, 0x1.05198p-24f, 0x1p-16f, 0x1p-15f, 0x1.2a7e72p-21f, 1 / 255.0f, 0.25f, 0.5f, 1 - 0x1p-8f, 1.0f, 1.5f, 1e30f})
         for (float sign : {1.0f, -1.0f}) expectAround(sign * t);
     for (std::uint64_t i = 0; i < 255 * 256; i += stepOf(19)) {
         const float c = float(i % 256), k = float(i / 256);
