@@ -1,6 +1,7 @@
 #include "Domain.h"
 #include "KorvImageFilter.h"
 #include "Random.h"
+#include "ground/Pixel.h"
 
 #include <gtest/gtest.h>
 
@@ -78,6 +79,58 @@ TEST(Filters, HazeTruncatesAsItsFormulaDoes) {
     }
     Random random(7);
     for (int i = 0; i < 20000; ++i) expectUnhazed(std::ldexp(float(random.next() >> 8), -24 - int(random.below(18))));
+}
+
+// A tinted pixel by the plain formula.
+std::uint32_t tinted(std::uint32_t p, const float (&colour)[3], float intensity) {
+    using LEVEL::K;
+    const std::uint32_t alpha = p >> 24;
+    auto channel = [=](int c) { return p >> 8 * c & 255; };
+    auto straight = [=](int c) { return float(alpha ? channel(c) * 255 / alpha : channel(c)); };
+    const float Y = std::fma(straight(2), 0.0721f, std::fma(straight(0), 0.2125f, 0.7154f * straight(1))), a = float(alpha);
+    std::uint32_t result = alpha << 24;
+    for (int c = 0; c < 3; ++c) {
+        const float t = colour[c];
+        const double value = Y < 127.5f ? double(2.0f * Y) * double(t) * double(K)
+                                        : double(-2.0f * (255.0f - Y)) * double(255.0f - t) * double(K) + 255.0;
+        const float tone = value > 0 ? float(std::trunc(std::min(value, 255.0))) : 0.0f;
+        const float mixed = (tone * intensity + (1.0f - intensity) * float(channel(c))) * a * K;
+        result |= (std::uint32_t(LEVEL::truncated(mixed)) & 255) << 8 * c;
+    }
+    return result;
+}
+
+// Over colours under all alphas, black and white among them, by tints whose tones come near to whole numbers, reach the ends,
+// or leave the range of the short form.
+TEST(Filters, MonochromeTruncatesAsItsFormulaDoes) {
+    const struct {
+        float colour[3], intensity;
+        std::uint64_t stride;
+    } table[] = {{{153, 115, 77}, 0.6f, 3},
+                 {{128, 1, 254}, 1, 7},
+                 {{0, 255, 200}, 1, 7},
+                 {{60, 130, std::nextafter(255.0f, 0.0f)}, 1, 13},
+                 {{1e-6f, 127.5f, 254.99f}, -65536, 13},
+                 {{-1, 300, 100}, 2, 61},
+                 {{100, 255.001f, 1}, 0.5f, 61},
+                 {{3, NAN, 2e9f}, 1, 61},
+                 {{10, 20, 30}, 1e9f, 61}};
+    constexpr std::uint32_t width = 2048;
+    FakeBitmap bitmap(width, 2);
+    for (const auto& [colour, intensity, stride] : table)
+        for (std::int64_t first = (1 << 24) - 2 * width; first >= 0; first -= 2 * width * std::int64_t(stepOf(stride))) {
+            auto pixel = [&](std::uint32_t i) { return (std::uint32_t(first) + i) | (i * 31 + 62) << 24; };
+            for (std::uint32_t i = 0; i < 2 * width; ++i) bitmap.set(i % width, i / width, pixel(i));
+            calls.clear();
+            FakeFloatArray tint;
+            tint.elements.assign(std::begin(colour), std::end(colour));
+            KorvImageFilter::BitmapMonoChrome(fakeEnv(), bitmap.object(), tint.object(), intensity);
+            for (std::uint32_t i = 0; i < 2 * width; ++i)
+                if (const std::uint32_t p = pixel(i), expected = tinted(p, colour, intensity);
+                    bitmap.get(i % width, i / width) != expected)
+                    FAIL() << toString(p) << " becomes " << toString(bitmap.get(i % width, i / width)) << ", not "
+                           << toString(expected) << ", tint " << colour[0] << ", " << colour[1] << ", " << colour[2];
+        }
 }
 
 }  // namespace
