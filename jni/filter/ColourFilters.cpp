@@ -54,7 +54,7 @@ constexpr auto tinted = [](const jfloat (&colour)[3], float intensity) {
 
 // The same in float, where a tone from 0 to 255 errs by less than 2.5 * 2^-16: by 2^-24 of itself in each of two products, by
 // 2^-17 in the sum. Pieces of a row where one is nearer to a whole number are left to the rule. Tones that are 255 exactly,
-// which are white ones and those of full tints, are moved beyond it.
+// which are those of white and of full tints, are moved beyond it.
 bool isModerate(const jfloat (&colour)[3], float intensity) {
     bool inRange = fabsf(intensity) <= 0x1p16f;
     for (float t : colour) inRange = inRange && t >= 0.0f && t <= 255.0f;
@@ -75,7 +75,7 @@ void tintRow(StoredWord* row, std::size_t width, const jfloat (&colour)[3], floa
         Word results[most], near = 0;
         for (std::int64_t x = 0; x < length; ++x) {
             const Word word = row[begin + x];
-            const float Y = straightLuminance(word);
+            const float Y = lesser(straightLuminance(word), 255.0f);
             const bool isDark = Y < 127.5f;
             const float y = (isDark ? 2.0f * Y : -2.0f * (255.0f - Y)) * K, light = Y == 255.0f ? 255.5f : 255.0f;
             const float base = isDark ? 0.0f : light;
