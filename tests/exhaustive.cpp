@@ -1,7 +1,7 @@
 // Every blend over its whole domain: all c1 <= a1 and c2 <= a2. Compares with the table of digests, or records them. Then every
 // short form over all channels, those above their alpha too. Compares with the plain rule.
 //
-// usage: exhaustive [--level NAME] [--record]
+// usage: exhaustive [--level NAME] [--digests] [--record]
 #include "AtLevels.h"
 #include "Digests.h"
 #include "ShortForms.h"
@@ -83,16 +83,18 @@ void everyPair(const std::function<bool(const FakeBitmap&, const FakeBitmap&)>& 
 
 int main(int count, char** arguments) {
     const std::vector<std::string> words(arguments + 1, arguments + count), known = levels();
-    bool record = false, isUnderstood = true;
+    bool record = false, digestsOnly = false, isUnderstood = true;
     for (std::size_t i = 0; i < words.size(); ++i)
         if (words[i] == "--record")
             record = true;
+        else if (words[i] == "--digests")
+            digestsOnly = true;
         else if (words[i] == "--level" && i + 1 < words.size() && std::ranges::count(known, words[i + 1]))
             useLevel(words[++i]);
         else
             isUnderstood = false;
     if (!isUnderstood) {
-        std::fprintf(stderr, "usage: exhaustive [--level NAME] [--record], with a level that this processor has\n");
+        std::fprintf(stderr, "usage: exhaustive [--level NAME] [--digests] [--record], with a level that this processor has\n");
         return 2;
     }
     // The overlays leave a line on the error stream for every call.
@@ -119,7 +121,7 @@ int main(int count, char** arguments) {
         }
     }
     if (record) table.save();
-    for (const ShortForm& form : shortForms()) {
+    for (const ShortForm& form : digestsOnly ? std::vector<ShortForm>{} : shortForms()) {
         std::atomic<unsigned> differing = 0;
         everyBaseAlpha(("short form of " + form.call).c_str(), [&](unsigned a1) {
             for (unsigned a2 = 0; a2 < 256; ++a2)

@@ -12,12 +12,16 @@ inline Channel straightOf(Word word, int shift) { return Channel(wholeStraight(w
 inline Word premultiplied(Channel value, Channel a) { return stored(value * a * K); }
 inline Word wholePremultiplied(Channel value, Channel a) { return stored(value * (a * K)); }
 
-// The pixel whose channels are formula(straight channel, shift), under its own alpha.
+// The pixel whose channels are formula(straight channel, shift), under its own alpha; as a byte, or already whole, 0 to 255.
+template <typename Formula>
+Word wholeFiltered(Word word, Formula formula) {
+    const Channel a = channelOf(word, alpha);
+    auto byte = [&](int c) { return wholePremultiplied(formula(straightOf(word, c), c), a) << c; };
+    return alphaOf(word) | byte(red) | byte(green) | byte(blue);
+}
 template <typename Formula>
 Word filtered(Word word, Formula formula) {
-    const Channel a = channelOf(word, alpha);
-    auto byte = [&](int c) { return wholePremultiplied(wholeByte(formula(straightOf(word, c), c)), a) << c; };
-    return alphaOf(word) | byte(red) | byte(green) | byte(blue);
+    return wholeFiltered(word, [&](Channel c, int shift) { return wholeByte(formula(c, shift)); });
 }
 
 inline Channel straightLuminance(Word word) {
