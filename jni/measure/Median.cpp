@@ -59,7 +59,7 @@ public:
         for (std::int64_t x = 0; x < length; ++x) ++counts[places[x]];
     }
     std::uint32_t of(std::uint32_t value) const {
-        const std::uint32_t* four = counts + 4 * value;
+        const std::uint32_t* four = counts + std::size_t(4) * value;
         return four[0] + four[1] + four[2] + four[3];
     }
     std::uint32_t all() const {
