@@ -1,5 +1,7 @@
+#include "Domain.h"
 #include "Doubles.h"
 #include "KorvGraphics2D.h"
+#include "blend/Hsv.h"
 
 #include <gtest/gtest.h>
 
@@ -41,6 +43,44 @@ TEST(Hue, ConvertsToRedGreenBlue) {
         const std::unique_ptr<int[]> rgb(K2D::HSV2RGB(h, s, v));
         EXPECT_TRUE(rgb[0] == r && rgb[1] == g && rgb[2] == b) << h << ": " << rgb[0] << ", " << rgb[1] << ", " << rgb[2];
     }
+}
+
+LEVEL::Rgb straight(std::uint32_t p) {
+    auto channel = [=](int shift) { return p >> 24 ? int((p >> shift & 255) * 255 / (p >> 24)) : 0; };
+    return {channel(0), channel(8), channel(16)};
+}
+
+// The base's hue and value with the layer's saturation, by the conversions for any numbers.
+std::uint32_t blended(std::uint32_t base, std::uint32_t layer) {
+    const LEVEL::Hsv hsv = LEVEL::hsvOf(straight(base));
+    const LEVEL::Rgb rgb = LEVEL::rgbOf({hsv.h, LEVEL::hsvOf(straight(layer)).s, hsv.v});
+    const float alpha = float(base >> 24) * 255.0f * LEVEL::K, scale = alpha * LEVEL::K;
+    auto byte = [=](int c) { return std::uint32_t(scale * float(c)); };
+    return rgba(byte(rgb.r), byte(rgb.g), byte(rgb.b), std::uint32_t(alpha));
+}
+
+// Over all colours of the base, opaque and under other alphas, some above these, with layers of any bytes.
+TEST(Hue, BlendsAsTheConversionsDo) {
+    constexpr std::uint32_t width = 4096;
+    FakeBitmap base(width, 1), layer(width, 1);
+    leavesArrays = false;
+    for (bool isOpaque : {true, false})
+        for (std::uint64_t first = 0; first < 1u << 24; first += width * stepOf(7)) {
+            auto pixel = [=](std::uint32_t x) { return (std::uint32_t(first) + x) | (isOpaque ? 255 : x * 31 & 255) << 24; };
+            // Every fourth layer is white, grey or of few colours.
+            auto other = [=](std::uint32_t x) {
+                const std::uint32_t any = (std::uint32_t(first) + x) * 2654435761u;
+                return x % 4 ? any ^ any >> 15 : 0xFF000000 | (any >> 8 & 0xFF) * 0x010101 | (any & 0x030303);
+            };
+            for (std::uint32_t x = 0; x < width; ++x) base.set(x, 0, pixel(x)), layer.set(x, 0, other(x));
+            calls.clear();
+            K2D::BitmapHue(fakeEnv(), base.object(), layer.object());
+            for (std::uint32_t x = 0; x < width; ++x)
+                if (const std::uint32_t expected = blended(pixel(x), other(x)); base.get(x, 0) != expected)
+                    FAIL() << toString(pixel(x)) << " under " << toString(other(x)) << " becomes " << toString(base.get(x, 0))
+                           << ", not " << toString(expected);
+        }
+    leavesArrays = true;
 }
 
 TEST(Hue, LeavesItsArraysBehindUnlessBuiltWithoutLeaks) {
