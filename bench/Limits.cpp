@@ -40,7 +40,7 @@ void floatLine(Word* words, const Word*, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const Word word = words[i];
         auto byte = [=](int c) { return stored(fused(channelOf(word, c), 0.5f, 64.0f)) << c; };
-        words[i] = (word & opacity) | byte(red) | byte(green) | byte(blue);
+        words[i] = (word & alphaBits) | byte(red) | byte(green) | byte(blue);
     }
 }
 
@@ -48,7 +48,7 @@ void floatLineOfTwo(Word* to, const Word* from, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const Word base = to[i], layer = from[i];
         auto byte = [=](int c) { return stored(fused(channelOf(layer, c), 0x1p-8f, channelOf(base, c))) << c; };
-        to[i] = (base & opacity) | byte(red) | byte(green) | byte(blue);
+        to[i] = (base & alphaBits) | byte(red) | byte(green) | byte(blue);
     }
 }
 
