@@ -30,7 +30,7 @@ TEST(Blends, ExclusionWrapsOnlyOutsideOfGroupsOfEight) {
 // Loops look at the alphas of whole pieces: opaque ones, those under a clear layer. The pixels of these become what they become
 // beside others. Tones depend on their place in some patterns, so that it stays.
 TEST(Blends, AndEffectsTakeEachPixelForItself) {
-    constexpr std::uint32_t width = 1100, stranger = 50;
+    constexpr std::uint32_t width = 1600, stranger = 50;
     for (const WrittenCall& call : DigestTable().calls()) {
         const bool isPointwise = !call.call->has("packed") && !call.call->has("allocates") && call.call->bitmaps <= 2 &&
                                  call.call->frame != Frame::pairWithoutRelease && call.call->isStatus();

@@ -11,13 +11,13 @@ using namespace layer;
 
 #define BLEND_METHOD(method, ...) \
     int method(JNIEnv* env, jobject base, jobject layer) { return blend(env, base, layer, __VA_ARGS__); }
-// For rules that divide.
+// For rules that alphas make cheaper.
 #define BLEND_METHOD_BY_ALPHAS(method, ...) \
     int method(JNIEnv* env, jobject base, jobject layer) { return blendByAlphas(env, base, layer, __VA_ARGS__); }
 
 BLEND_METHOD(BitmapDarken, perHalves(whole::darken))
 BLEND_METHOD(BitmapMultiply, perChannel(multiply))
-BLEND_METHOD_BY_ALPHAS(BitmapColorBurn, erasing(perChannel(zeroAtZero(colorBurn))))
+BLEND_METHOD(BitmapColorBurn, erasing(perChannel(zeroAtZero(colorBurn))))
 BLEND_METHOD_BY_ALPHAS(BitmapColorBurnB, erasing(perChannelUnder(alphaAB, zeroAtZero(colorBurnB))))
 BLEND_METHOD(BitmapDarkerColor, darkerColor)
 

@@ -33,7 +33,7 @@ Alphas alphasOf(std::int64_t length, FullAt fullAt, NoneAt noneAt) {
     return alphaOf(all) == alphaBits ? Alphas::full : isVisible(any) ? Alphas::any : Alphas::none;
 }
 
-constexpr std::int64_t pieceLength = 256;
+constexpr std::int64_t pieceLength = 512;
 
 // Asks for the memory of the next piece, where a processor by itself would stop at the end of the page.
 inline void fetchAhead(const StoredWord* piece) {
