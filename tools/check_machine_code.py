@@ -75,7 +75,7 @@ def functions():
 
 
 def level_of(symbol):
-    match = re.search(r"\d+level_(baseline|v3|v4)", symbol)
+    match = re.match(r"_Z+NK?\d+level_(baseline|v3|v4)", symbol)
     return match[1] if match else None
 
 

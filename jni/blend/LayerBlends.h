@@ -86,7 +86,7 @@ constexpr auto linearLightCPixel = [](Word base, Word layer) -> Word {
 };
 
 // Comparative.
-constexpr auto difference = RULE() { const auto d = fused(-c2, a1 * K, c1); return d < 0.0f ? -d : d; };
+constexpr auto difference = RULE() { return magnitude(fused(-c2, a1 * K, c1)); };
 constexpr auto exclusion  = RULE() { return less(fused(c2, a1 * K, c1), c1, c2); };
 constexpr auto subtract   = RULE() { return positive(fused(-c2, a1 * K, c1)); };
 constexpr auto divide     = RULE() {
