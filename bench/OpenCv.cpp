@@ -46,7 +46,7 @@ Case ofAlpha(const char* op, Picture& (*picture)(Pictures&), Measure measure) {
 }
 
 Picture& destination(Pictures& pictures) { return pictures.destination; }
-Picture& icon(Pictures& pictures) { return pictures.icon(); }
+Picture& framed(Pictures& pictures) { return pictures.framed(); }
 
 cv::Matx33f mixed(float intensity, const cv::Matx33f& tone) { return intensity * tone + (1 - intensity) * cv::Matx33f::eye(); }
 
@@ -154,7 +154,7 @@ const Added openCv({
     ofAlpha("invisible", destination, visible),
     ofAlpha("average", destination, meanWhere),
     ofAlpha("average-from-alpha", destination, meanWhere),
-    ofAlpha("cut-off", icon, bounds),
+    ofAlpha("cut-off", framed, bounds),
     ofAlpha("median", destination, median),
 });
 

@@ -15,9 +15,9 @@ namespace {
     std::exit(1);
 }
 
-// The destination is written; other bitmaps are read, and measured ones that have bounds to search for are icons.
+// The destination is written; other bitmaps are read, and where bounds are searched for the picture has a margin.
 std::vector<jobject> bitmapsOf(const Call& call, Pictures& pictures) {
-    if (call.name == "outside" || call.name == "cut-off") return {pictures.icon().object()};
+    if (call.name == "outside" || call.name == "cut-off") return {pictures.framed().object()};
     std::vector<jobject> bitmaps;
     int number = 0;
     for (std::size_t i = 0; i < call.bitmaps; ++i) {

@@ -27,26 +27,45 @@ struct Picture {
     jobject object() { return reinterpret_cast<jobject>(this); }
 };
 
-// The pictures of one size. Pixels are random and validly premultiplied: a quarter transparent, a half opaque, a quarter
-// between.
+// What pictures show. Every pixel is validly premultiplied.
+enum class Subject {
+    random,      // pixel by pixel: a quarter transparent, a half opaque, a quarter between
+    photograph,  // opaque throughout; smooth areas and textured ones
+    icon,        // opaque inside a transparent margin, with soft edges
+    clear,       // nothing, as an icon's margin does
+};
+
+constexpr const char* subjectNames[] = {"random", "photograph", "icon", "clear"};
+
+// A size, and what is shown if it is not random: 1024, 192:icon.
+struct Motif {
+    std::uint32_t size;
+    Subject subject;
+
+    explicit Motif(const std::string& text);
+    std::string name() const { return subjectNames[int(subject)]; }
+};
+
+// The pictures of one size and subject.
 class Pictures {
 public:
     const std::uint32_t width, height;
+    const Subject subject;
     Picture destination;  // what a call changes
 
-    Pictures(std::uint32_t wide, std::uint32_t high);
+    Pictures(std::uint32_t wide, std::uint32_t high, Subject shown);
 
     // What a call reads beside the destination; different for every number, made when it is first asked for.
     Picture& source(int number);
 
-    // Random pixels inside a transparent margin of an eighth on each side, which the searches for bounds have to walk.
-    Picture& icon();
+    // One with a transparent margin on each side, which the searches for bounds have to walk.
+    Picture& framed();
 
     // Gives the destination its first pixels back.
     void restore();
 
 private:
-    static constexpr int originalNumber = 0, iconNumber = -1;
+    static constexpr int originalNumber = 0, framedNumber = -1;
     std::map<int, Picture> others;
 };
 

@@ -1,4 +1,4 @@
-// pixman's separable and HSL operators, in its own channel order, for which it is fastest.
+// pixman's separable and HSL operators, and its plain sum, in its own channel order, for which it is fastest.
 #include "Pictures.h"
 
 #include <pixman.h>
@@ -25,6 +25,7 @@ const Added pixman({blend("darken", PIXMAN_OP_DARKEN), blend("multiply", PIXMAN_
                     blend("screen", PIXMAN_OP_SCREEN), blend("color-dodge", PIXMAN_OP_COLOR_DODGE),
                     blend("overlay", PIXMAN_OP_OVERLAY), blend("soft-light", PIXMAN_OP_SOFT_LIGHT),
                     blend("hard-light", PIXMAN_OP_HARD_LIGHT), blend("difference", PIXMAN_OP_DIFFERENCE),
-                    blend("exclusion", PIXMAN_OP_EXCLUSION), blend("hue", PIXMAN_OP_HSL_HUE)});
+                    blend("exclusion", PIXMAN_OP_EXCLUSION), blend("hue", PIXMAN_OP_HSL_HUE),
+                    blend("linear-dodge", PIXMAN_OP_ADD)});
 
 }  // namespace

@@ -29,6 +29,7 @@ const Added qt({blend("darken", QPainter::CompositionMode_Darken), blend("multip
                 blend("overlay", QPainter::CompositionMode_Overlay), blend("soft-light", QPainter::CompositionMode_SoftLight),
                 blend("hard-light", QPainter::CompositionMode_HardLight),
                 blend("difference", QPainter::CompositionMode_Difference),
-                blend("exclusion", QPainter::CompositionMode_Exclusion)});
+                blend("exclusion", QPainter::CompositionMode_Exclusion),
+                blend("linear-dodge", QPainter::CompositionMode_Plus)});
 
 }  // namespace

@@ -1,8 +1,8 @@
-// Runs cases under Google Benchmark and prints a line for each: size,peer,op,best_mpx_s,median_mpx_s, in millions of pixels a
-// second.
+// Runs cases under Google Benchmark and prints a line for each: size,picture,peer,op,best_mpx_s,median_mpx_s, in millions of
+// pixels a second.
 //
-//   fennic_benchmark SIZES FILTER [LEVEL]    (SIZES as 1,192; operations that FILTER matches, and the limits; a processor
-//   level, by default the best; Google Benchmark's options)
+//   fennic_benchmark PICTURES FILTER [LEVEL]    (PICTURES as 1,192,1024:icon; operations that FILTER matches, and the limits; a
+//   processor level, by default the best; Google Benchmark's options)
 #include "AtLevels.h"
 #include "Pictures.h"
 
@@ -27,23 +27,23 @@ double clockCost() {
     return least;
 }
 
-// The pictures of one size at a time.
-Pictures& picturesOf(std::uint32_t size) {
+// Those of one size and subject at a time.
+Pictures& picturesOf(const Motif& motif) {
     static std::unique_ptr<Pictures> pictures;
-    if (!pictures || pictures->width != size) {
+    if (!pictures || pictures->width != motif.size || pictures->subject != motif.subject) {
         pictures.reset();
-        pictures = std::make_unique<Pictures>(size, size);
+        pictures = std::make_unique<Pictures>(motif.size, motif.size, motif.subject);
     }
     return *pictures;
 }
 
 // Each call is timed by itself, the destination restored before it; on one pixel a thousand calls are, since one is shorter
 // than a look at the clock.
-void measure(benchmark::State& state, const Case& measured, std::uint32_t size) {
+void measure(benchmark::State& state, const Case& measured, const Motif& motif) {
     static const double overhead = clockCost();
-    Pictures& pictures = picturesOf(size);
+    Pictures& pictures = picturesOf(motif);
     const auto call = measured.on(pictures);
-    const int calls = size == 1 ? 1000 : 1;
+    const int calls = motif.size == 1 ? 1000 : 1;
     std::vector<double> seconds;
     for ([[maybe_unused]] auto _ : state) {
         pictures.restore();
@@ -54,7 +54,7 @@ void measure(benchmark::State& state, const Case& measured, std::uint32_t size) 
         seconds.push_back(taken / calls);
     }
     std::sort(seconds.begin(), seconds.end());
-    const double megapixels = double(size) * size / 1e6;
+    const double megapixels = double(motif.size) * motif.size / 1e6;
     state.counters["best"] = megapixels / seconds.front();
     state.counters["median"] = megapixels / seconds[seconds.size() / 2];
 }
@@ -62,7 +62,7 @@ void measure(benchmark::State& state, const Case& measured, std::uint32_t size) 
 class Csv : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override {
-        std::puts("size,peer,op,best_mpx_s,median_mpx_s");
+        std::puts("size,picture,peer,op,best_mpx_s,median_mpx_s");
         return true;
     }
     void ReportRuns(const std::vector<Run>& runs) override {
@@ -81,15 +81,15 @@ int main(int count, char** arguments) {
     benchmark::Initialize(&count, arguments);
     if (count != 3 && count != 4) return 2;
     if (count == 4) useLevel(arguments[3]);
-    std::istringstream sizes(arguments[1]);
+    std::istringstream motifs(arguments[1]);
     const std::regex filter(arguments[2]);
-    for (std::string word; std::getline(sizes, word, ',');) {
-        const auto size = std::uint32_t(std::stoul(word));
+    for (std::string word; std::getline(motifs, word, ',');) {
+        const Motif motif(word);
         for (const Case& each : allCases()) {
-            if (size == 1 ? each.peer != "fennic" : !each.readsPixels) continue;
+            if (motif.size == 1 ? each.peer != "fennic" : !each.readsPixels) continue;
             if (each.peer != "limit" && !std::regex_search(each.op, filter)) continue;
-            const std::string name = word + "/" + each.peer + "/" + each.op;
-            benchmark::RegisterBenchmark(name.c_str(), measure, each, size)->UseManualTime();
+            const std::string name = std::to_string(motif.size) + "/" + motif.name() + "/" + each.peer + "/" + each.op;
+            benchmark::RegisterBenchmark(name.c_str(), measure, each, motif)->UseManualTime();
         }
     }
     // The overlays log to the error stream; that costs what it costs, but not a terminal's time.

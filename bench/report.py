@@ -1,178 +1,194 @@
 #!/usr/bin/env python3
-"""Reads lines `size,peer,op,best_mpx_s,median_mpx_s` and prints what they say of the library: its speed, against the best peer,
-against the limit of the machine that fits the operation, and against the targets. Of lines that repeat, the best one counts."""
+"""Reads lines `size,picture,peer,op,best_mpx_s,median_mpx_s` and prints what they say of the library: its speed, against the best
+peer, against the limit of the machine, and against what bench/targets.txt wants. Of lines that repeat, the best one counts."""
 import argparse
 import datetime
 import math
+import operator
 import re
 import sys
+from functools import reduce
+from pathlib import Path
 
-# The targets, at 1024 x 1024: so many times the best peer; and such a share of the limit, or at least so many Mpx/s.
-TARGETS = {}
-
-
-def target(names, limit, peer=None, share=None, floor=None):
-    for name in names.split():
-        TARGETS[name] = (limit, peer, share, floor)
-
-
-BLENDS_WITH_PEERS = "darken multiply color-burn lighten screen color-dodge overlay soft-light hard-light difference exclusion hue"
-target(BLENDS_WITH_PEERS, "float-line-of-two", peer=1.25)
-target("soft-light", "float-line-of-two", peer=1.1)
-target("linear-burn darker-color linear-dodge lighter-color overlay-b hard-light-b linear-light pin-light hard-mix subtract "
-       "channel-through channel-through-2", "float-line-of-two", share=0.5)
-# Divisions and square roots bound these.
-target("color-burn-b overlay-c vivid-light divide add " + " ".join(f"mode-{mode}" for mode in range(3, 24)),
-       "float-line-of-two", share=0.5, floor=1200)
-target("visible invisible cut-off outside", "byte-sum", peer=2, share=0.5)
-target("average average-from-alpha", "byte-sum", peer=8, share=0.5)
-target("median", "byte-sum", peer=0.5)
-target("complement pick-channel", "complement", share=0.8)
-target("alpha", "float-line", share=0.8)
-target("sepia saturation monochrome sharpen emboss", "float-line", peer=2)
-target("exposure vignette black-and-white pixelate kuwahara", "float-line", peer=1)
-target("invert erase-white greatest-channel", "complement")
-target("relief", "float-line-of-two")
-OTHERWISE = ("float-line", None, None, None)
-
-GEOMETRIC_MEAN = 1.5  # of the blends that peers have, against the best of these
-SMALL = 0.9           # of its ratio at 1024 x 1024 an operation keeps at 192 x 192
-CALL_NANOSECONDS = 200
-BASELINE = 6  # times slower than x86-64-v3 may the code for the oldest processors be
+HEADER = "size,picture,peer,op,best_mpx_s,median_mpx_s"
+HERE = Path(__file__).resolve().parent
+# What an operation of a kind has to move at least.
+LIMITS = {"MEASURE": "byte-sum", "BLEND": "read-two-write-one", "EFFECT": "complement", "FILTER": "complement"}
+# The library as a whole at another commit, and as it is now; "fennic" is its code in the program that the peers are in.
+BEFORE, NOW = "before", "now"
+NO_PEERS = {"fennic", "limit", BEFORE, NOW}
 
 
-def read(lines):
-    """{size: {peer: {op: (best, median)}}}, with a word about the progress on a terminal."""
-    results = {}
-    for line in lines:
-        if line.startswith("size,"):
-            continue
-        fields = line.rstrip("\n").split(",")
-        if len(fields) != 5:
-            sys.exit(f"benchmark: {line.strip()}")
-        size, peer, op, best, median = fields
-        ops = results.setdefault(int(size), {}).setdefault(peer, {})
-        ops[op] = max(ops.get(op, (0.0, 0.0)), (float(best), float(median)))
+def kinds():
+    """{operation: kind}, of the list of all operations."""
+    return {name: kind for kind, name in re.findall(r'^OPERATION\((\w+),[^"]*"([^"]+)"', (HERE.parent / "jni/Operations.def").read_text(), re.M)}
+
+
+class Figures:
+    """The best and the median of each (size, picture), peer and operation, in millions of pixels a second."""
+
+    def __init__(self, lines):
+        self.rows = {}
+        for line in lines:
+            fields = line.rstrip("\n").split(",")
+            if line.rstrip("\n") == HEADER:
+                continue
+            if len(fields) != 6:
+                sys.exit(f"benchmark: {line.strip()}")
+            size, picture, peer, op, best, median = fields
+            key = (int(size), picture), peer, op
+            self.rows[key] = max(self.rows.get(key, (0.0, 0.0)), (float(best), float(median)))
+            if sys.stderr.isatty():
+                print(f"\r\x1b[K{size} x {size}  {picture}  {peer}  {op}", end="", file=sys.stderr, flush=True)
         if sys.stderr.isatty():
-            print(f"\r\x1b[K{size} x {size}  {peer}  {op}", end="", file=sys.stderr, flush=True)
-    if sys.stderr.isatty():
-        print("\r\x1b[K", end="", file=sys.stderr)
-    return results
+            print("\r\x1b[K", end="", file=sys.stderr)
+        self.kinds = kinds()
+
+    def motifs(self):
+        return list(dict.fromkeys(motif for motif, _, _ in self.rows))
+
+    def ops(self, motif, peer="fennic"):
+        return [op for each, of, op in self.rows if (each, of) == (motif, peer)]
+
+    def best(self, motif, peer, op):
+        return self.rows.get((motif, peer, op), (None, None))[0]
+
+    def best_peer(self, motif, op):
+        """(Mpx/s, name) or None."""
+        return max(((best, peer) for (each, peer, of), (best, _) in self.rows.items()
+                    if (each, of) == (motif, op) and peer not in NO_PEERS), default=None)
+
+    def kind(self, op):
+        """Of a numbered operation the name stands before the number."""
+        return self.kinds.get(op) or self.kinds.get(op.rpartition("-")[0])
+
+    def ratio(self, motif, op, to):
+        """None where there is nothing to compare with."""
+        ours, other = self.best(motif, "fennic", op), None
+        if to == "peer":
+            peer = self.best_peer(motif, op)
+            other = peer and peer[0]
+        elif to == "before":
+            ours, other = self.best(motif, NOW, op), self.best(motif, BEFORE, op)
+        elif to == "at-1024":
+            other = self.best((1024, motif[1]), "fennic", op)
+        else:
+            other = self.best(motif, "limit", to)
+        return ours / other if ours and other else None
 
 
-def best_peer(of_size, op):
-    """(Mpx/s, name) or None."""
-    return max(((ops[op][0], peer) for peer, ops in of_size.items() if peer not in ("fennic", "limit") and op in ops),
-               default=None)
+def column(ratio):
+    return f"{ratio:8.2f}" if ratio else " " * 8
 
 
-def ratios(of_size, op):
-    """Ours against the best peer and against the limit; None where there is nothing to compare with."""
-    ours = of_size["fennic"][op][0]
-    peer = best_peer(of_size, op)
-    limit = of_size.get("limit", {}).get(TARGETS.get(op, OTHERWISE)[0])
-    return ours / peer[0] if peer else None, ours / limit[0] if limit else None
+def print_motif(figures, motif):
+    size, picture = motif
+    print(f"\n{size} x {size}, {picture}, Mpx/s")
+    print(f"{'':19}{'best':>8}{'median':>8}  {'best peer':15}{'ratio':>8}  {'limit':18}{'ratio':>8}{'before':>8}")
+    for op in figures.ops(motif, "limit"):
+        print("{:19}{:8.0f}{:8.0f}".format(f"({op})", *figures.rows[motif, "limit", op]))
+    for op in figures.ops(motif):
+        best, median = figures.rows[motif, "fennic", op]
+        peer, limit = figures.best_peer(motif, op), LIMITS[figures.kind(op)]
+        peer_column = f"{peer[1]:8}{peer[0]:7.0f}" if peer else " " * 15
+        ratios = [column(figures.ratio(motif, op, to)) for to in ("peer", limit, "before")]
+        print(f"{op:19}{best:8.0f}{median:8.0f}  {peer_column}{ratios[0]}  {limit:18}{ratios[1]}{ratios[2]}".rstrip())
+    compared = [ratio for op in figures.ops(motif) if figures.kind(op) == "BLEND" and (ratio := figures.ratio(motif, op, "peer"))]
+    if compared:
+        mean = math.exp(sum(map(math.log, compared)) / len(compared))
+        print(f"Geometric mean of {len(compared)} blends against the best peer of each: {mean:.2f}")
 
 
-def verdict(results, size, op):
-    """The target in words and whether it is met."""
-    of_size = results[size]
-    to_peer, to_limit = ratios(of_size, op)
-    if size == 192:
-        reference = results.get(1024, {})
-        if op not in reference.get("fennic", {}):
-            return ""
-        before = ratios(reference, op)
-        now, before = (to_peer, before[0]) if to_peer and before[0] else (to_limit, before[1])
-        if not now or not before:
-            return ""
-        return said(f"{SMALL} of {before:.2f} at 1024", now >= SMALL * before)
-    if size != 1024:
-        return ""
-    _, peer, share, floor = TARGETS.get(op, OTHERWISE)
-    wanted, met = [], True
-    if peer and to_peer:
-        wanted.append(f"{peer} x peer")
-        met &= to_peer >= peer
-    if share and to_limit:
-        wanted.append(f"{share} of limit" + (f" or {floor}" if floor else ""))
-        met &= to_limit >= share or (floor is not None and of_size["fennic"][op][0] >= floor)
-    return said(", ".join(wanted), met) if wanted else ""
-
-
-def said(wanted, met):
-    return f"{'met    ' if met else 'NOT met'}  {wanted}"
-
-
-def print_size(results, size):
-    of_size = results[size]
-    print(f"\n{size} x {size}, Mpx/s")
-    print(f"{'':19}{'best':>8}{'median':>8}  {'best peer':15}{'ratio':>7}   {'limit':25}{'ratio':>5}   target")
-    for name, (best, median) in of_size.get("limit", {}).items():
-        print(f"{'(' + name + ')':19}{best:8.0f}{median:8.0f}")
-    for op, (best, median) in of_size.get("fennic", {}).items():
-        peer = best_peer(of_size, op)
-        to_peer, to_limit = ratios(of_size, op)
-        limit = TARGETS.get(op, OTHERWISE)[0]
-        peer_columns = f"{peer[1]:8}{peer[0]:7.0f}{to_peer:7.2f}" if peer else f"{'':22}"
-        limit_columns = f"{limit:18}{of_size['limit'][limit][0]:7.0f}{to_limit:5.2f}" if to_limit else f"{'':30}"
-        print(f"{op:19}{best:8.0f}{median:8.0f}  {peer_columns}   {limit_columns}   {verdict(results, size, op)}".rstrip())
-    blends = [ratio for op in BLENDS_WITH_PEERS.split() if op in of_size.get("fennic", {}) and (ratio := ratios(of_size, op)[0])]
-    if blends:
-        mean = math.exp(sum(map(math.log, blends)) / len(blends))
-        verdict_of_mean = said(f"{GEOMETRIC_MEAN} x peer", mean >= GEOMETRIC_MEAN) if size == 1024 else ""
-        print(f"Geometric mean of {len(blends)} blends against the best peer of each: {mean:.2f}   {verdict_of_mean}".rstrip())
-
-
-def print_calls(of_size):
+def print_calls(figures, motif):
     """A call on one pixel: its cost, since the bitmap calls behind it do nothing."""
-    cost = {op: 1000 / best for op, (best, _) in of_size.get("fennic", {}).items()}
-    over = [op for op in cost if cost[op] > CALL_NANOSECONDS]
-    middle = sorted(cost.values())[len(cost) // 2]
-    print(f"\nA call on 1 x 1: {middle:.0f} ns in the middle   {said(f'each at most {CALL_NANOSECONDS} ns', not over)}")
-    for op in over:
-        print(f"  {op} {cost[op]:.0f} ns")
+    cost = {op: 1000 / figures.best(motif, "fennic", op) for op in figures.ops(motif)}
+    print(f"\nA call on 1 x 1: {sorted(cost.values())[len(cost) // 2]:.0f} ns in the middle; over 200 ns: "
+          + ", ".join(f"{op} {each:.0f}" for op, each in cost.items() if each > 200))
 
 
-def print_baseline(results, baseline):
+def print_targets(figures, lines, vectors):
+    """Met or not, line by line; below a line that is not met what fails, with the ratios found."""
+    print("\nWhat is wanted")
+    for line in lines:
+        words = line.partition("#")[0].split()
+        if not words:
+            continue
+        motif, wanted = (int(words[0]), words[1]), words[2]
+        wishes = [word.split(">=") for word in words[3:] if ">=" in word]
+        names = [word for word in words[3:] if ">=" not in word]
+        if wanted not in ("*", vectors):
+            continue
+        found = {op: [(figures.ratio(motif, op, to), float(least)) for to, least in wishes] for op in figures.ops(motif)
+                 if "*" in names or op in names or figures.kind(op) in names}
+        found = {op: known for op, each in found.items() if (known := [pair for pair in each if pair[0]])}
+        if not found:
+            continue
+        failing = {op: each for op, each in found.items() if not any(ratio >= least for ratio, least in each)}
+        wish = " or ".join(f"{to} >= {least}" for to, least in wishes)
+        what = " ".join(names).replace("*", "all")
+        print(f"{'NOT met' if failing else 'met    '}  {motif[0]:4} {motif[1]:10} {wish}: {what}" +
+              (f" ({len(found) - len(failing)} of {len(found)})" if failing else ""))
+        for op, each in sorted(failing.items(), key=lambda item: max(ratio / least for ratio, least in item[1])):
+            print(f"{'':15}{op:19}" + " ".join(f"{ratio:.2f}" for ratio, _ in each))
+
+
+def print_readme(figures):
+    """A table of all operations with a peer, each beside its fastest peer on each picture."""
+    pictures = [motif for motif in figures.motifs() if motif[0] == 1024 and motif[1] != "clear"]
+    print("| | " + " | ".join(picture for _, picture in pictures) + " |\n|---" + "|---:" * len(pictures) + "|")
+    for op in figures.ops(pictures[0]):
+        peers = [(figures.best(motif, "fennic", op), figures.best_peer(motif, op)) for motif in pictures]
+        if all(peer for _, peer in peers):
+            print(f"| {op} | " + " | ".join(f"{ours:.0f} ({peer[1]} {peer[0]:.0f})" for ours, peer in peers) + " |")
+
+
+def print_levels(figures, oldest):
     """The code of two processor levels, side by side."""
-    print(f"\n{'1024 x 1024, Mpx/s':19}{'v3':>8}{'baseline':>10}{'ratio':>7}   target")
-    for op, (best, _) in results[1024]["fennic"].items():
-        slower = baseline[1024]["fennic"][op][0]
-        print(f"{op:19}{best:8.0f}{slower:10.0f}{best / slower:7.2f}   {said(f'at most {BASELINE}', best <= BASELINE * slower)}")
+    print(f"\n{'1024 x 1024, Mpx/s':19}{'newest':>8}{'oldest':>8}{'ratio':>8}")
+    motif = 1024, "random"
+    ratios = []
+    for op in figures.ops(motif):
+        best, slower = figures.best(motif, "fennic", op), oldest.best(motif, "fennic", op)
+        ratios.append(best / slower)
+        print(f"{op:19}{best:8.0f}{slower:8.0f}{best / slower:8.2f}")
+    print(f"{len(ratios)} operations: in the middle {sorted(ratios)[len(ratios) // 2]:.2f}, geometric mean "
+          f"{reduce(operator.mul, ratios) ** (1 / len(ratios)):.2f}, over 6: {sum(ratio > 6 for ratio in ratios)}")
 
 
 def machine():
-    with open("/proc/cpuinfo", encoding="utf-8") as cpuinfo:
-        text = cpuinfo.read()
+    """The processor's name, and the widest vectors that the library has code for."""
+    text = Path("/proc/cpuinfo").read_text(encoding="utf-8")
     model = re.search(r"^model name\s*:\s*(.*)$", text, re.MULTILINE)
-    vectors = next((name for flag, name in (("avx512vl", "AVX-512"), ("avx2", "AVX2")) if flag in text), "no AVX2")
-    return f"{model.group(1) if model else 'unknown processor'}, {vectors}"
+    vectors = next((name for flag, name in (("avx512vl", "AVX-512"), ("avx2", "AVX2")) if flag in text), "none")
+    return model.group(1) if model else "unknown processor", vectors
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--csv", metavar="FILE", action="append", default=[], help="keep the lines in a file")
-    parser.add_argument("--baseline", metavar="FILE", help="compare with the lines of a file, which are of the oldest level")
+    parser.add_argument("--oldest", metavar="FILE", help="compare with the lines of a file, which are of the oldest level")
+    parser.add_argument("--readme", action="store_true", help="only the README's table")
     options = parser.parse_args()
-    results = read(sys.stdin)
+    figures = Figures(sys.stdin)
     for path in options.csv:
         with open(path, "w", encoding="utf-8") as csv:
-            print("size,peer,op,best_mpx_s,median_mpx_s", file=csv)
-            for size, peers in results.items():
-                for peer, ops in peers.items():
-                    for op, (best, median) in ops.items():
-                        print(f"{size},{peer},{op},{best:.2f},{median:.2f}", file=csv)
-    print(f"{machine()}, {datetime.date.today()}, one thread; random premultiplied pixels")
-    if options.baseline:
-        with open(options.baseline, encoding="utf-8") as baseline:
-            print_baseline(results, read(baseline))
-        return
-    for size in sorted(results):
-        if size == 1:
-            print_calls(results[size])
-        else:
-            print_size(results, size)
+            print(HEADER, file=csv)
+            for ((size, picture), peer, op), (best, median) in figures.rows.items():
+                print(f"{size},{picture},{peer},{op},{best:.2f},{median:.2f}", file=csv)
+    processor, vectors = machine()
+    print(f"{processor}, {vectors}, {datetime.date.today()}, one thread")
+    if options.readme:
+        print_readme(figures)
+    elif options.oldest:
+        with open(options.oldest, encoding="utf-8") as oldest:
+            print_levels(figures, Figures(oldest))
+    else:
+        for motif in sorted(figures.motifs()):
+            if motif[0] == 1:
+                print_calls(figures, motif)
+            else:
+                print_motif(figures, motif)
+        print_targets(figures, (HERE / "targets.txt").read_text(encoding="utf-8").splitlines(), vectors)
 
 
 if __name__ == "__main__":

@@ -51,15 +51,17 @@ class CommandLineTest {
         Files.writeString(folder.resolve("text.png"), "not a picture");
         Files.createDirectory(folder.resolve("empty"));
         Files.writeString(folder.resolve("figures.csv"), """
-            size,peer,op,best_mpx_s,median_mpx_s
-            1024,limit,copy,8000.00,7900.00
-            1024,fennic,multiply,1500.00,1400.00
-            1024,fennic,hue,200.00,190.00
-            192,skia,hue,9.00,8.00
-            1024,skia,multiply,1200.00,1100.00
-            1024,qt,multiply,400.00,300.00
+            size,picture,peer,op,best_mpx_s,median_mpx_s
+            1024,random,limit,copy,8000.00,7900.00
+            1024,random,fennic,multiply,1500.00,1400.00
+            1024,random,before,multiply,1400.00,1300.00
+            1024,icon,fennic,multiply,1600.00,1500.00
+            1024,random,fennic,hue,200.00,190.00
+            192,random,skia,hue,9.00,8.00
+            1024,random,skia,multiply,1200.00,1100.00
+            1024,random,qt,multiply,400.00,300.00
             """);
-        Files.writeString(folder.resolve("torn.csv"), "size,peer,op,best_mpx_s,median_mpx_s\n1024,fennic,mult");
+        Files.writeString(folder.resolve("torn.csv"), "size,picture,peer,op,best_mpx_s,median_mpx_s\n1024,random,fennic,mult");
     }
 
     @ParameterizedTest
@@ -95,7 +97,7 @@ class CommandLineTest {
         "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
         "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
         "gallery --icons gone --out g                                | 1 | gone: no such folder",
-        "gallery --icons . --out g --figures torn.csv                | 1 | torn.csv:2: not size,peer,op",
+        "gallery --icons . --out g --figures torn.csv                | 1 | torn.csv:2: not size,picture,peer,op",
     })
     void failsWithOneTellingLineAndLeavesNothingBehind(String line, int exitCode, String message) throws Exception {
         List<String> before = contents();
