@@ -1,15 +1,17 @@
 #!/usr/bin/env python3
 """Counts the arm64 instructions that each operation takes for a pixel.
 
-qemu runs a program one instruction at a time and writes a line for each; the lines between the program's marks are counted. A
-pixel's cost is what 16 more rows of 64 pixels take. Beside it stands what the same pixel costs in ideal surroundings
-(bench/Ideal.h): the loop alone, over rows of a length that the compiler knows. Counts don't depend on the machine, so they are
-held against a kept table, which is renewed by
+qemu runs a program one instruction at a time and writes a line for each; the lines between the program's marks are counted, and
+among them the divisions, each of which may be of one number or of a vector of four. A pixel's cost is what 16 more rows of 64
+random pixels take. Beside it stands what the same pixel costs in ideal surroundings (bench/Ideal.h): the loop alone, over rows of a
+length that the compiler knows; and what it costs Debian's pixman for arm64. Counts don't depend on the machine, so they are held
+against a kept table, which is renewed by
 
     bench/instructions.py build/benchmark-arm64 > bench/arm64-instructions.txt
 """
 import argparse
 import os
+import re
 import subprocess
 import sys
 
@@ -19,43 +21,60 @@ SEARCHES = {"outside"}  # whose steps depend on the picture
 IDEAL = 512, 6  # the size that bench/Ideal.h knows
 
 
+def divisions(program):
+    """The addresses of its instructions that divide."""
+    listing = subprocess.run(["llvm-objdump-19", "-d", "--no-show-raw-insn", program], capture_output=True, text=True, check=True)
+    return {int(address, 16) for address in re.findall(r"^ *([0-9a-f]+):\s+[fus]div\s", listing.stdout, re.M)}
+
+
 def counts(program, width, height):
-    """The instructions of each operation on a picture of that size."""
+    """Of each operation on a picture of that size: (instructions, divisions)."""
+    dividing = divisions(program)
     # Old and new qemu know the mode by different names.
-    environment = os.environ | {"QEMU_SINGLESTEP": "1", "QEMU_ONE_INSN_PER_TB": "1"}
+    environment = os.environ | {"QEMU_SINGLESTEP": "1", "QEMU_ONE_INSN_PER_TB": "1", "QEMU_LD_PREFIX": "/usr/aarch64-linux-gnu"}
     command = ["qemu-aarch64-static", "-d", "exec,nochain", "-D", "/dev/stderr", program, str(width), str(height)]
-    found, start = [], 0
+    found, start, divided = [], 0, 0
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as qemu:
         for number, line in enumerate(qemu.stderr):
             if line.endswith(b"] count_from\n"):
-                start = number
+                start, divided = number, 0
             elif line.endswith(b"] count_to\n"):
-                found.append(number - start)
+                found.append((number - start, divided))
+            elif int(line.split(b"/", 2)[1], 16) in dividing:
+                divided += 1
         operations = qemu.stdout.read().decode().split()
     if qemu.returncode or len(found) != len(operations):
         sys.exit(f"{program} failed under qemu")
     return dict(zip(operations, found))
 
 
+def for_a_pixel(program):
+    """{operation: (instructions, divisions)}"""
+    low, high = (counts(program, 64, height) for height in (8, 24))
+    return {op: tuple((more - less) / (64 * 16) for more, less in zip(high[op], low[op])) for op in high}
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("folder", help="with run_fennic and run_ideal, built for arm64")
+    parser.add_argument("folder", help="with run_fennic, run_ideal and run_pixman, built for arm64")
     parser.add_argument("--check", metavar="FILE", help=f"fails where an operation is {TOLERANCE:.0%} away from this table, or "
                         f"takes more than {LIMIT} times its ideal")
     options = parser.parse_args()
-    low, high = (counts(f"{options.folder}/run_fennic", 64, height) for height in (8, 24))
-    table = {op: (high[op] - low[op]) / (64 * 16) for op in high}
-    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, count in counts(f"{options.folder}/run_ideal", *IDEAL).items()}
-    print("# arm64 instructions for a pixel, and in an ideal loop, by bench/instructions.py")
-    for op, per_pixel in table.items():
-        print(f"{op:20}{per_pixel:9.2f}{ideal[op]:9.2f}")
+    table = for_a_pixel(f"{options.folder}/run_fennic")
+    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, (count, _) in counts(f"{options.folder}/run_ideal", *IDEAL).items()}
+    peer = f"{options.folder}/run_pixman"
+    pixman = for_a_pixel(peer) if os.path.exists(peer) else {}
+    print("# arm64, for a pixel: instructions, these in an ideal loop, divisions among them, pixman's instructions; by bench/instructions.py")
+    for op, (count, divided) in table.items():
+        print(f"{op:20}{count:9.2f}{ideal[op]:9.2f}{divided:7.2f}" + (f"{pixman[op][0]:9.2f}" if op in pixman else ""))
     if not options.check:
         return
     with open(options.check, encoding="utf-8") as file:
-        kept = {op: float(count) for op, count, _ in (line.split() for line in file if not line.startswith("#"))}
-    faults = [f"{op}: {kept.get(op, 'not')} kept, {table.get(op, 'not')} counted" for op in sorted(table.keys() | kept.keys())
-              if op not in table or op not in kept or abs(table[op] - kept[op]) > TOLERANCE * kept[op]]
-    faults += [f"{op}: more than {LIMIT} times its ideal" for op in table.keys() - SEARCHES if table[op] > LIMIT * ideal[op]]
+        kept = {line.split()[0]: float(line.split()[1]) for line in file if not line.startswith("#")}
+    faults = [f"{op}: {kept.get(op, 'not')} kept, {table[op][0] if op in table else 'not'} counted"
+              for op in sorted(table.keys() | kept.keys())
+              if op not in table or op not in kept or abs(table[op][0] - kept[op]) > TOLERANCE * kept[op]]
+    faults += [f"{op}: more than {LIMIT} times its ideal" for op in table.keys() - SEARCHES if table[op][0] > LIMIT * ideal[op]]
     sys.exit("\n".join(faults))
 
 

@@ -68,7 +68,7 @@ TEST(ShortForms, OrderColoursByBrightnessAsTheFormulaDoes) {
     float last = -1;
     std::vector<float> brightness(2551, last);
     for (unsigned word = 0; word < 1 << 24; ++word) {
-        float& known = brightness[unsigned(mode::whole::brightness(halvesOf(word)))];
+        float& known = brightness[mode::whole::brightness(Words{} + word)[0]];
         const float exact = mode::brightness(byteOf(word, red), byteOf(word, green), byteOf(word, blue));
         if (known < 0) known = exact;
         ASSERT_EQ(known, exact) << std::hex << word;

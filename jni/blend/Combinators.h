@@ -5,7 +5,7 @@
 #include "../ground/Loops.h"
 
 // A rule: one channel from the base's and the layer's channel and alpha. `top` is the result's alpha: a1 unless stated. In a
-// pixel all five are Tones, or Shorts (Halves.h), and Channels where a caller asks for a single channel (ground/Tone.h).
+// pixel all five are Tones, or Shorts (Shorts.h), and Channels where a caller asks for a single channel (ground/Tone.h).
 #define RULE(...)                                                                                                         \
     [__VA_ARGS__]([[maybe_unused]] auto c1, [[maybe_unused]] auto c2, [[maybe_unused]] auto a1, [[maybe_unused]] auto a2, \
                   [[maybe_unused]] auto top)
@@ -74,7 +74,9 @@ inline Tone byReciprocal(Tone n, Tone d, Tone full) {
     const Tone r = full / d, rest = fused(-d, r, full) * (r * (1.0f / full));
     return fused(n, r, n * rest);
 }
-inline Tone quotient(Tone n, Tone d, Tone full) { return processor.dividesSlowly ? byReciprocal(n, d, full) : n * full / d; }
+inline Tone quotient(Tone n, Tone d, Tone full) {
+    return processor.dividesSlowly || isKnown(float(d)) ? byReciprocal(n, d, full) : n * full / d;
+}
 inline Channel quotient(Channel n, Channel d, Channel full) { return n * full / d; }
 
 // What two pixels cover of each other, after T. Porter and T. Duff, "Compositing digital images", 1984: base alone, layer alone
@@ -87,6 +89,8 @@ struct Coverage {
 
     // The straight channels b alone, s alone and f where both are.
     Number mix(Number total, Number b, Number s, Number f) const {
+        // Of opaque pixels no compiler sees that nothing times b is nothing.
+        if (isKnown(float(both)) && both == 65025.0f) return f;
         auto share = [=](Number part) { return quotient(part, total, 1.0f); };
         return fused(f, share(both), fused(b, share(base), s * share(layer)));
     }

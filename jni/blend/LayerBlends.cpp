@@ -15,27 +15,27 @@ using namespace layer;
 #define BLEND_METHOD_BY_ALPHAS(method, ...) \
     int method(JNIEnv* env, jobject base, jobject layer) { return blendByAlphas(env, base, layer, __VA_ARGS__); }
 
-BLEND_METHOD(BitmapDarken, perHalves(whole::darken))
+BLEND_METHOD(BitmapDarken, perShort(whole::darken))
 BLEND_METHOD(BitmapMultiply, perChannel(multiply))
 BLEND_METHOD(BitmapColorBurn, erasing(perChannel(zeroAtZero(colorBurn))))
 BLEND_METHOD_BY_ALPHAS(BitmapColorBurnB, erasing(perChannelUnder(alphaAB, zeroAtZero(colorBurnB))))
 BLEND_METHOD(BitmapDarkerColor, darkerColor)
 
-BLEND_METHOD(BitmapLighten, perHalves(whole::lighten))
+BLEND_METHOD(BitmapLighten, perShort(whole::lighten))
 BLEND_METHOD_BY_ALPHAS(BitmapScreen, unlessBaseIsClear(perChannel(screen)))
 BLEND_METHOD(BitmapColorDodge, colorDodge)
-BLEND_METHOD(BitmapLinearDodge, perHalves(whole::linearDodge))
+BLEND_METHOD(BitmapLinearDodge, perShort(whole::linearDodge))
 BLEND_METHOD(BitmapLighterColor, lighterColor)
 
 BLEND_METHOD_BY_ALPHAS(BitmapOverlayC, perChannel(overlayC))
 BLEND_METHOD_BY_ALPHAS(BitmapSoftLight, unlessBaseIsClear(perChannel(softLight)))
-BLEND_METHOD(BitmapHardLight, perHalves(whole::hardLight))
-BLEND_METHOD(BitmapHardLightB, perHalvesUnder(whole::alphaAB, whole::hardLight))
+BLEND_METHOD(BitmapHardLight, perShort(whole::hardLight))
+BLEND_METHOD(BitmapHardLightB, perShortUnder(whole::alphaAB, whole::hardLight))
 BLEND_METHOD_BY_ALPHAS(BitmapVividLight, unlessLayerIsClear(perChannel(vividLight)))
 BLEND_METHOD(BitmapLinearLight, perChannel(linearLight))
 BLEND_METHOD_BY_ALPHAS(BitmapLinearLightC, linearLightCPixel)
-BLEND_METHOD(BitmapPinLight, perHalves(whole::pinLight))
-BLEND_METHOD(BitmapHardMix, perHalves(whole::hardMix))
+BLEND_METHOD(BitmapPinLight, perShort(whole::pinLight))
+BLEND_METHOD(BitmapHardMix, perShort(whole::hardMix))
 
 BLEND_METHOD(BitmapDifference, perChannel(difference))
 BLEND_METHOD(BitmapSubtract, perChannel(subtract))
@@ -63,7 +63,7 @@ static void logRect(const Pixels& base) {
 }
 
 int BitmapOverlay(JNIEnv* env, jobject base, jobject layer) {
-    return blend(env, base, layer, perHalves(whole::overlay), logRect);
+    return blend(env, base, layer, perShort(whole::overlay), logRect);
 }
 
 int BitmapOverlayB(JNIEnv* env, jobject base, jobject layer) {

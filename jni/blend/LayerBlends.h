@@ -2,8 +2,8 @@
 // The formulas are the textbook ones (W3C Compositing and Blending, section 10) on channels premultiplied by alpha.
 #pragma once
 
-#include "Halves.h"
 #include "NumberedModes.h"
+#include "Shorts.h"
 
 namespace LEVEL::layer {
 
@@ -106,23 +106,23 @@ namespace LEVEL::layer::whole {
 // clang-format off
 
 // top - (top - c1) * (255 - c2) / 128, multiplied out, before the division.
-constexpr auto bright      = RULE() { return top * (c2 - 127u) + c1 * (255u - c2); };
+constexpr auto bright      = RULE() { return top * (c2 - 127) + c1 * (255 - c2); };
 
-constexpr auto darken      = RULE() { return lesser(c1 - quotientUp((c1 - lesser(c1, c2)) * a2, 255u), a1); };
-constexpr auto lighten     = RULE() { return greater(c1, c2 * a1 / 255u); };
-constexpr auto linearDodge = RULE() { return lesser(c1 + c2 * a1 / 255u, a1); };
-constexpr auto hardMix     = RULE() { return c1 + c2 * a1 / 255u < a1 ? Short(0u) : a1; };
-constexpr auto overlay     = RULE() { return lesser((a1 < c1 + c1 ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128u, top); };
-constexpr auto hardLight   = RULE() { return lesser((128u < c2    ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128u, top); };
+constexpr auto darken      = RULE() { return lesser(c1 - quotientUp((c1 - lesser(c1, c2)) * a2, 255), a1); };
+constexpr auto lighten     = RULE() { return greater(c1, c2 * a1 / 255); };
+constexpr auto linearDodge = RULE() { return lesser(c1 + c2 * a1 / 255, a1); };
+constexpr auto hardMix     = RULE() { return c1 + c2 * a1 / 255 < a1 ? all(0) : a1; };
+constexpr auto overlay     = RULE() { return lesser((a1 < c1 + c1 ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128, top); };
+constexpr auto hardLight   = RULE() { return lesser((128 < c2    ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128, top); };
 
 // The lower limit is negative where the layer is dark, the upper one above the alpha where it is bright.
 constexpr auto pinLight = RULE() {
-    const bool isDark = c2 < 128u;
-    const auto limit = (c2 + c2 - (isDark ? Short(0u) : Short(255u))) * a1 / 255u;
+    const auto isDark = c2 < 128;
+    const auto limit = (c2 + c2 - (isDark ? all(0) : all(255))) * a1 / 255;
     return lesser(isDark ? lesser(c1, limit) : greater(c1, limit), a1);
 };
 
-constexpr auto alphaAB = [](Short a1, Short a2) { return a1 * a2 / 255u; };
+constexpr auto alphaAB = [](Shorts a1, Shorts a2) { return a1 * a2 / 255; };
 
 // clang-format on
 

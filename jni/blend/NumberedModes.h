@@ -1,7 +1,7 @@
 // The rules of the numbered modes: both pixels straight, a textbook formula on each channel, then compositing with both alphas.
 #pragma once
 
-#include "Halves.h"
+#include "Shorts.h"
 
 // A formula: one straight channel of the blend, from the base's straight channel a and the layer's b.
 #define FORMULA []([[maybe_unused]] auto a, [[maybe_unused]] auto b)
@@ -44,7 +44,7 @@ constexpr auto darken      = RULE() { return lesser(c1 * a2, c2 * a1); };
 constexpr auto multiply    = RULE() { return c1 * c2; };
 constexpr auto lighten     = RULE() { return greater(c1 * a2, c2 * a1); };
 constexpr auto linearDodge = RULE() { const auto b = lesser(c1 * a2, a1 * a2); return b + lesser(c2 * a1, a1 * a2 - b); };
-constexpr auto hardMix     = RULE() { return c2 * a1 < a1 * a2 - lesser(c1 * a2, a1 * a2) ? Short(0u) : a1 * a2; };
+constexpr auto hardMix     = RULE() { return c2 * a1 < a1 * a2 - lesser(c1 * a2, a1 * a2) ? all(0) : a1 * a2; };
 
 }  // namespace whole
 
@@ -85,7 +85,7 @@ inline float brightness(double r, double g, double b) { return float(0.3 * r + 0
 
 // Mode 7 takes the darker colour as a whole, 12 (and any other number) the lighter one; the base's where they are equal.
 template <typename Number>
-bool layerWins(int number, Number brightness1, Number brightness2) {
+auto layerWins(int number, Number brightness1, Number brightness2) {
     return number == 7 ? brightness2 < brightness1 : brightness2 > brightness1;
 }
 
@@ -94,9 +94,12 @@ constexpr auto wholeColour = [](bool isLayers) { return [isLayers](auto a, auto 
 // The same in whole numbers; ten times the brightness orders all colours alike.
 namespace whole {
 
-inline Short brightness(Halves p) { return lowOf(p.redGreen) * 3u + highOf(p.redGreen) * 6u + lowOf(p.blueAlpha); }
+inline Shorts brightness(Words pixels) {
+    const Shorts sums = lowOf(pixels) * Shorts(Words{} + 0x00010003) + highOf(pixels) * Shorts(Words{} + 6);
+    return sums + Shorts(Words(sums) << 16 | Words(sums) >> 16);
+}
 
-constexpr auto wholeColour = [](bool isLayers) {
+constexpr auto wholeColour = [](auto isLayers) {
     return RULE(isLayers) { return isLayers ? c2 * a1 : c1 * a2; };
 };
 
@@ -118,14 +121,19 @@ constexpr auto onStraight(Formula formula) {
 
 // The same in whole numbers. The weights' total is 255 times the union alpha, which cancels, and a channel is
 // (c1 * (255 - a2) + c2 * (255 - a1) + both) / 255 = c1 + c2 - (c1 * a2 + c2 * a1 - both) / 255 truncated; what is taken away
-// is never above 65025. Every formula leaves full channels full, so that c1 = a1 and c2 = a2 give the alpha.
+// is never above 65025. Every formula leaves full channels full, so that c1 = a1 and c2 = a2 give the alpha, beside the green.
 template <typename Both>
 constexpr auto onPremultiplied(Both both) {
-    const auto sum = RULE(both) {
-        const auto shared = lesser(both(c1, c2, a1, a2, top), a1 * a2);
-        return lesser(c1 + c2 - quotientUp(c1 * a2 + c2 * a1 - shared, 255u), top);
-    };
-    return perHalvesUnder([=](Short a1, Short a2) { return sum(a1, a2, a1, a2, Short(255u)); }, sum);
+    return InVectors{[=](Words base, Words layer) {
+        const Shorts a1 = alphasOf(base), a2 = alphasOf(layer);
+        auto sum = [=](Shorts c1, Shorts c2) {
+            const Shorts shared = lesser(both(c1, c2, a1, a2, a1), a1 * a2);
+            return c1 + c2 - quotientUp(c1 * a2 + c2 * a1 - shared, 255);
+        };
+        const Shorts redBlue = sum(lowOf(base), lowOf(layer)), greenAlpha = sum(highOf(base), highOf(layer));
+        const Shorts top = forBoth(Words(greenAlpha) >> 16);
+        return wordsOf(lesser(redBlue, top), lesser(greenAlpha, top));
+    }};
 }
 
 }  // namespace LEVEL

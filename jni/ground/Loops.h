@@ -94,6 +94,16 @@ void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, Pixe
     for (std::int64_t x = 0; x < width; ++x) row1[x] = rule(row1[x], row2[x]);
 }
 
+// The rule, for pixels that are both opaque, and under a clear layer.
+template <typename PixelRule>
+constexpr auto forOpaque(PixelRule rule) {
+    return [=](Word base, Word layer) { return rule(base | alphaBits, layer | alphaBits); };
+}
+template <typename PixelRule>
+constexpr auto forClear(PixelRule rule) {
+    return [=](Word base, Word layer) { return rule(base, layer & ~alphaBits); };
+}
+
 // The same for a rule that pays for a look at the alphas: full where both pixels are opaque, none where the layer is clear.
 // Rows that share memory have no such pieces, since the layer changes under way.
 template <typename PixelRule>
@@ -108,9 +118,9 @@ void blendRowByAlphas(StoredWord* row1, const StoredWord* row2, std::int64_t wid
         auto layerAt = [=](std::int64_t x) { return Word(piece2[x]); };
         const Alphas alphas = apart ? alphasOf(length, bothAt, layerAt) : Alphas::any;
         if (alphas == Alphas::full)
-            blendRow(piece1, piece2, length, [=](Word base, Word layer) { return rule(base | alphaBits, layer | alphaBits); });
+            blendRow(piece1, piece2, length, forOpaque(rule));
         else if (alphas == Alphas::none)
-            blendRow(piece1, piece2, length, [=](Word base, Word layer) { return rule(base, layer & ~alphaBits); });
+            blendRow(piece1, piece2, length, forClear(rule));
         else
             blendRow(piece1, piece2, length, rule);
     });

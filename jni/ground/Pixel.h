@@ -14,7 +14,8 @@ using Word = std::uint32_t;
 // clamps and truncations depend on that.
 inline constexpr float K = 0.00392157f;
 
-enum Shift { red = 0, green = 8, blue = 16, alpha = 24 };
+// Where each channel stands.
+inline constexpr int red = 0, green = 8, blue = 16, alpha = 24;
 
 // ---- Channels out ---------------------------------------------------------------------------------------------------------
 

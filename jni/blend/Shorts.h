@@ -1,0 +1,87 @@
+// Blends in whole numbers: rules compute with Shorts, vectors of numbers below 2^16, of which a pixel's word holds two. Each
+// gives the bytes of a rule in Tones, to which a test ties it.
+#pragma once
+
+#include "Combinators.h"
+
+namespace LEVEL {
+
+// Numbers side by side, as C has them: sums, differences and products wrap, so that of a sum only the end has to be in range; a
+// comparison tells for each of them, and so does `?:`.
+
+inline Shorts all(std::uint16_t number) { return Shorts{} + number; }
+
+// a / b rounded up.
+inline Shorts quotientUp(Shorts a, std::uint16_t b) { return (a + std::uint16_t(b - 1)) / b; }
+
+// A pixel's red and blue are its low channels, green and alpha the high ones.
+inline Shorts lowOf(Words pixels) { return Shorts(pixels) & 255; }
+inline Shorts highOf(Words pixels) { return Shorts(pixels) >> 8; }
+inline Words wordsOf(Shorts low, Shorts high) { return Words(low | high << 8); }
+
+// A number of each pixel beside itself, for both of its channels.
+inline Shorts forBoth(Words numbers) { return Shorts(numbers | numbers << 16); }
+inline Shorts alphasOf(Words pixels) { return forBoth(pixels >> alpha); }
+inline Words isVisible(Words pixels) { return Words(alphasOf(pixels) != 0); }
+
+// A rule of whole vectors of pixels, which blendRow takes like one on words.
+template <typename Rule>
+struct InVectors {
+    Rule rule;
+};
+
+template <typename Rule>
+void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, InVectors<Rule> vectors) {
+    constexpr std::int64_t most = sizeof(Words) / sizeof(Word);
+    const std::uint64_t length = 4 * std::uint64_t(width);
+    const bool together = row1 == row2 || areApart(row1, length, row2, length);
+    std::int64_t x = 0;
+    for (; together && x + most <= width; x += most) {
+        auto* base = reinterpret_cast<StoredWords*>(row1 + x);
+        *base = vectors.rule(*base, *reinterpret_cast<const StoredWords*>(row2 + x));
+    }
+    // What does not fill a vector; and one by one where a pixel of the base may be a later one of the layer.
+    const std::int64_t step = together ? most : 1;
+    for (; x < width; x += step) {
+        Words base{}, layer{};
+        const std::int64_t count = lesser(step, width - x);
+        for (std::int64_t i = 0; i < count; ++i) base[i] = row1[x + i], layer[i] = row2[x + i];
+        base = vectors.rule(base, layer);
+        for (std::int64_t i = 0; i < count; ++i) row1[x + i] = base[i];
+    }
+}
+
+template <typename Rule>
+constexpr auto forOpaque(InVectors<Rule> vectors) {
+    return InVectors{[=](Words base, Words layer) { return vectors.rule(base | alphaBits, layer | alphaBits); }};
+}
+template <typename Rule>
+constexpr auto forClear(InVectors<Rule> vectors) {
+    return InVectors{[=](Words base, Words layer) { return vectors.rule(base, layer & ~alphaBits); }};
+}
+
+// As perChannel, perChannelUnder and composited, for rules of Shorts; their results are bytes.
+template <typename NewAlpha, typename Rule>
+constexpr auto perShortUnder(NewAlpha newAlpha, Rule rule) {
+    return InVectors{[=](Words base, Words layer) {
+        const Shorts a1 = alphasOf(base), a2 = alphasOf(layer), top = newAlpha(a1, a2);
+        const Words both =
+            wordsOf(rule(lowOf(base), lowOf(layer), a1, a2, top), rule(highOf(base), highOf(layer), a1, a2, top));
+        return (both & ~alphaBits) | Words(top) << alpha;
+    }};
+}
+
+template <typename Rule>
+constexpr auto perShort(Rule rule) {
+    return perShortUnder([](Shorts a1, Shorts) { return a1; }, rule);
+}
+
+template <typename Rule>
+constexpr auto composited(InVectors<Rule> vectors) {
+    return InVectors{[=](Words base, Words layer) {
+        const Words both = vectors.rule(base, layer);
+        return isVisible(layer) ? isVisible(base) ? both : layer : base;
+    }};
+}
+
+}  // namespace LEVEL
