@@ -2,7 +2,7 @@
 """Counts the arm64 instructions that each operation takes for a pixel.
 
 qemu runs a program one instruction at a time and writes a line for each; the lines between the program's marks are counted, and
-among them the divisions, each of which may be of one number or of a vector of four. A pixel's cost is what 16 more rows of 64
+among them the divisions, each of which may be of one number or of a vector of four. A pixel's cost is what 4 more rows of 512
 random pixels take. Beside it stands what the same pixel costs in ideal surroundings (bench/Ideal.h): the loop alone, over rows of a
 length that the compiler knows; and what it costs Debian's pixman for arm64. Counts don't depend on the machine, so they are held
 against a kept table, which is renewed by
@@ -50,8 +50,8 @@ def counts(program, width, height):
 
 def for_a_pixel(program):
     """{operation: (instructions, divisions)}"""
-    low, high = (counts(program, 64, height) for height in (8, 24))
-    return {op: tuple((more - less) / (64 * 16) for more, less in zip(high[op], low[op])) for op in high}
+    low, high = (counts(program, 512, height) for height in (2, 6))
+    return {op: tuple((more - less) / (512 * 4) for more, less in zip(high[op], low[op])) for op in high}
 
 
 def main():

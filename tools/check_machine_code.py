@@ -22,9 +22,9 @@ arguments.add_argument("--calls-only", action="store_true", help="loops may be s
 arguments.add_argument("--list", action="store_true", help="one line for every loop that passes")
 options = arguments.parse_args()
 
-# How many loops an operation must have, where it is not one: exclusion's two stores; one for each formula of the numbered modes, for
-# modes without one, and for those of whole colours.
-expected_loops = {"BitmapExclusion": 2, "TkPSBlendingMode": 21}
+# How many loops an operation must have, where it is not one: exclusion's two stores; two for each formula of the numbered modes and
+# for modes without one, since opaque pixels have a loop of their own, and one for those of whole colours.
+expected_loops = {"BitmapExclusion": 2, "TkPSBlendingMode": 43}
 # What a level may call: the platform, and of the library its memory.
 outside = re.compile(r"(AndroidBitmap_\w+|__android_log_print|fprintf|abort|mem(set|cpy)|free|malloc|fmod|tan|atan|sin|sincosf|exp2|"
                      r"nextafterf|_Znam\w*|_ZdaPv\w*|_Z11leaveArraysi)(@plt)?|\*.*")

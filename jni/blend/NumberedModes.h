@@ -31,7 +31,7 @@ constexpr auto vividLight  = FORMULA { return b == 0.0f   ? 0.0f
 constexpr auto linearLight = FORMULA { return a + 2.0f * b - 255.0f; };
 constexpr auto pinLight    = FORMULA { const auto t = 2.0f * b - 255.0f; return t < a ? (2.0f * b >= a ? a : 2.0f * b) : t; };
 constexpr auto hardMix     = FORMULA { return a + b >= 255.0f ? decltype(a)(255.0f) : decltype(a)(0.0f); };
-constexpr auto difference  = FORMULA { return a < b ? b - a : a - b; };
+constexpr auto difference  = FORMULA { return magnitude(a - b); };
 constexpr auto exclusion   = FORMULA { return a + b - 2.0f * a * b * K; };
 constexpr auto subtract    = FORMULA { return a - b; };
 constexpr auto divide      = FORMULA { return b == 0.0f ? 255.0f : straight(a, b); };

@@ -50,6 +50,7 @@ inline Tone fused(Tone a, Tone b, Tone c) {
 inline Tone roughly(Tone a, Tone b, Tone c) { return Tone::of(roughly(float(a), float(b), float(c))); }
 
 inline Tone magnitude(Tone a) { return Tone::of(fabsf(float(a))); }
+inline Channel magnitude(Channel a) { return fabsf(a); }
 
 inline Tone squareRoot(Tone a) { return Tone::of(sqrtf(float(a))); }
 inline Channel squareRoot(Channel a) { return sqrtf(a); }
