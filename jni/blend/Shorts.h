@@ -35,20 +35,14 @@ void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, InVe
     constexpr std::int64_t most = sizeof(Words) / sizeof(Word);
     const std::uint64_t length = 4 * std::uint64_t(width);
     const bool together = row1 == row2 || areApart(row1, length, row2, length);
-    std::int64_t x = 0;
-    for (; together && x + most <= width; x += most) {
+    const std::int64_t whole = together ? width / most * most : 0;
+    UNROLLED
+    for (std::int64_t x = 0; x < whole; x += most) {
         auto* base = reinterpret_cast<StoredWords*>(row1 + x);
         *base = vectors.rule(*base, *reinterpret_cast<const StoredWords*>(row2 + x));
     }
-    // What does not fill a vector; and one by one where a pixel of the base may be a later one of the layer.
-    const std::int64_t step = together ? most : 1;
-    for (; x < width; x += step) {
-        Words base{}, layer{};
-        const std::int64_t count = lesser(step, width - x);
-        for (std::int64_t i = 0; i < count; ++i) base[i] = row1[x + i], layer[i] = row2[x + i];
-        base = vectors.rule(base, layer);
-        for (std::int64_t i = 0; i < count; ++i) row1[x + i] = base[i];
-    }
+    // One by one what does not fill a vector, and where a pixel of the base may be a later one of the layer.
+    for (std::int64_t x = whole; x < width; ++x) row1[x] = vectors.rule(Words{} + row1[x], Words{} + row2[x])[0];
 }
 
 template <typename Rule>

@@ -34,6 +34,9 @@ constexpr Processor processor{16, false, true, false, false};
 constexpr Processor processor{16, false, false, false, false};
 #endif
 
+// Before a short loop that compilers leave as it is.
+#define UNROLLED _Pragma("GCC unroll 2")
+
 // For what a compiler inlines too late to vectorise the loop around it.
 #define ALWAYS_INLINE __attribute__((always_inline))
 
