@@ -1,9 +1,15 @@
-# Sourced by fennic, test and benchmark: what they need from Debian, and how they build.
+# Sourced by fennic, test, benchmark and package: what they need from Debian, and how they build.
 
 root=$(dirname -- "$(readlink -f -- "$0")")
 
 build_packages="cmake ninja-build clang-19 binutils android-libnativehelper-dev android-platform-frameworks-native-headers
     android-liblog-dev openjdk-17-jdk-headless libpicocli-java"
+
+# For Android's files, and for the programs that run them on GNU/Linux.
+android_abis="arm64-v8a armeabi-v7a x86_64 x86"
+android_packages="lld-19 llvm-19 libclang-rt-19-dev gcc-12-arm-linux-gnueabi binutils-aarch64-linux-gnu"
+proof_packages="googletest junit5 qemu-user-static proguard-cli python3-minimal g++-12-aarch64-linux-gnu libc6-dev-arm64-cross
+    g++-12-arm-linux-gnueabi libc6-dev-armel-cross g++-12-multilib"
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -33,4 +39,12 @@ build() {
     log=$root/build/$1.log
     (cd "$root" && cmake --preset "$1" && cmake --build --preset "$1") >"$log" 2>&1 ||
         { cat "$log" >&2; say "Building $1 failed; the log is build/$1.log"; exit 1; }
+}
+
+# Builds Android's four files and checks them without running them.
+prove_android_files() {
+    command -v ld.lld-19 >/dev/null || { say "Android's files are left out: lld-19 is missing"; return 0; }
+    for abi in $android_abis; do
+        build "android-$abi" && ctest --test-dir "$root/build/android-$abi" --output-on-failure -j "$(nproc)" || return 1
+    done
 }
