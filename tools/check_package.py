@@ -2,8 +2,8 @@
 
 usage: check_package.py FOLDER
 
-The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without; a
-native library of somebody's that links against it; the sums.
+The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without; the
+sample application, and a native library of somebody's that links against it; the sums.
 """
 
 import json
@@ -94,8 +94,8 @@ def check_classes(jar):
 def check_rules(aar, scratch):
     """What proguard makes of an application: with the AAR's rules the natives keep their names, without them they lose them."""
     classes = scratch / "consumer"
-    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-sourcepath", root / "android/aar", "-classpath", aar / "classes.jar",
-        "-d", classes, root / "tests/consumer/Consumer.java")
+    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-sourcepath", root / "tests/consumer", "-classpath",
+        aar / "classes.jar", "-d", classes, root / "tests/consumer/Consumer.java")
     for rules in (True, False):
         mapping = scratch / f"mapping-{rules}"
         # The platform's classes are not there to be looked at.
@@ -106,6 +106,15 @@ def check_rules(aar, scratch):
         kept = f"{natives_class} -> {natives_class}:" in text and re.search(r"int nativeBitmapHandle4\(.*\) -> nativeBitmapHandle4$", text, re.M)
         demand(natives_class in text, "proguard left nothing to look at")
         demand(bool(kept) == rules, f"natives {'keep' if kept else 'lose'} their names {'with' if rules else 'without'} the AAR's rules")
+
+
+def check_sample(aar, scratch):
+    """The sample application compiles, with stand-ins for the framework's classes."""
+    activity, = (root / "samples/android").rglob("MainActivity.java")
+    run("javac", "--release", "8", "-Xlint:all,-options", "-Werror", "-implicit:none", "-sourcepath", root / "tests/consumer", "-classpath",
+        aar / "classes.jar", "-d", scratch / "sample", activity)
+    gradle = (root / "samples/android/build.gradle").read_text()
+    demand(f"'com.velmora.display:fennic:{version}'" in gradle, "the sample asks for another version")
 
 
 def check_consumer(aar, scratch):
@@ -142,6 +151,7 @@ with tempfile.TemporaryDirectory() as folder:
     check_libraries(aar, symbols)
     check_classes(aar / "classes.jar")
     check_rules(aar, scratch)
+    check_sample(aar, scratch)
     check_consumer(aar, scratch)
     check_maven()
 
