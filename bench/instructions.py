@@ -7,6 +7,8 @@ pixel's cost is what 16 more rows of 64 pixels take. Beside it stands what the s
 held against a kept table, which is renewed by
 
     bench/instructions.py build/benchmark-arm64 > bench/arm64-instructions.txt
+
+With --emulator qemu-arm-static it counts those of 32-bit ARM (the preset benchmark-armel).
 """
 import argparse
 import os
@@ -19,11 +21,11 @@ SEARCHES = {"outside"}  # whose steps depend on the picture
 IDEAL = 512, 6  # the size that bench/Ideal.h knows
 
 
-def counts(program, width, height):
+def counts(emulator, program, width, height):
     """The instructions of each operation on a picture of that size."""
     # Old and new qemu know the mode by different names.
     environment = os.environ | {"QEMU_SINGLESTEP": "1", "QEMU_ONE_INSN_PER_TB": "1"}
-    command = ["qemu-aarch64-static", "-d", "exec,nochain", "-D", "/dev/stderr", program, str(width), str(height)]
+    command = [emulator, "-d", "exec,nochain", "-D", "/dev/stderr", program, str(width), str(height)]
     found, start = [], 0
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as qemu:
         for number, line in enumerate(qemu.stderr):
@@ -40,13 +42,14 @@ def counts(program, width, height):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("folder", help="with run_fennic and run_ideal, built for arm64")
+    parser.add_argument("--emulator", default="qemu-aarch64-static")
     parser.add_argument("--check", metavar="FILE", help=f"fails where an operation is {TOLERANCE:.0%} away from this table, or "
                         f"takes more than {LIMIT} times its ideal")
     options = parser.parse_args()
-    low, high = (counts(f"{options.folder}/run_fennic", 64, height) for height in (8, 24))
+    low, high = (counts(options.emulator, f"{options.folder}/run_fennic", 64, height) for height in (8, 24))
     table = {op: (high[op] - low[op]) / (64 * 16) for op in high}
-    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, count in counts(f"{options.folder}/run_ideal", *IDEAL).items()}
-    print("# arm64 instructions for a pixel, and in an ideal loop, by bench/instructions.py")
+    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, count in counts(options.emulator, f"{options.folder}/run_ideal", *IDEAL).items()}
+    print("# Instructions for a pixel, and in an ideal loop, by bench/instructions.py")
     for op, per_pixel in table.items():
         print(f"{op:20}{per_pixel:9.2f}{ideal[op]:9.2f}")
     if not options.check:

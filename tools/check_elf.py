@@ -20,9 +20,9 @@ expected_header = {
     "x86_64": ("ELF64", "Advanced Micro Devices X86-64", "0x0"),
     "x86": ("ELF32", "Intel 80386", "0x0"),
 }[abi]
-# libfennic has no constructors, no threads' variables and no resolvers; packed relocations are newer than API 21.
-forbidden_tags = "TEXTREL RPATH RUNPATH RELR RELRSZ ANDROID_REL ANDROID_RELA ANDROID_RELR INIT INIT_ARRAY FINI FINI_ARRAY PREINIT_ARRAY " \
-                 "VERNEED VERSYM".split()
+# Nothing runs while it is loaded, and nothing is written into its code; packed relocations are newer than API 21.
+forbidden = set("TEXTREL RPATH RUNPATH RELR ANDROID_REL ANDROID_RELA ANDROID_RELR INIT INIT_ARRAY PREINIT_ARRAY FINI FINI_ARRAY VERNEED"
+                .split())
 
 
 def readelf(*options):
@@ -68,7 +68,7 @@ demand(field("Type") == "DYN (Shared object file)", f"type {field('Type')}")
 demand(int(field("Number of section headers")) > 0, "no section headers, which the loader asks for")
 demand(("SONAME", f"Library soname: [{Path(library).name}]") in tags, "another soname than the file's name")
 demand(needed <= permitted.keys(), f"needs {sorted(needed - permitted.keys())}")
-for tag in sorted(names & set(forbidden_tags)):
+for tag in sorted(names & forbidden):
     demand(False, f"has {tag}")
 demand({"HASH", "GNU_HASH"} <= names, "not both hash tables: API 21 knows the older one, 23 the newer one")
 demand(any(tag == "FLAGS" and "BIND_NOW" in value.split() for tag, value in tags), "symbols are bound late")
@@ -81,7 +81,7 @@ relro = [segment for segment in segments if segment[0] == "GNU_RELRO"]
 for _, _, address, _, size, _, _ in relro:
     # Whole pages are protected: others' data in the last one would be, too, or what should be protected is not.
     end = address + size
-    demand(end % page == 0 or any(end == load[2] + load[4] for load in loads), f"the data to be protected end at {end:#x}, inside a page")
+    demand(end % page == 0 or any(end == load[2] + load[4] for load in loads), f"what is to be protected ends at {end:#x}, inside a page")
 demand(len(relro) == 1, "nothing is protected after relocation")
 demand([segment[5].strip() for segment in segments if segment[0] == "GNU_STACK"] == ["RW"], "the stack can be run")
 demand(not any(segment[0] == "TLS" for segment in segments), "has variables of threads")
@@ -95,6 +95,6 @@ for name in sorted(name for name in exported if re.match(r"_ZN?K?S|_Zn|_Zd|_ZT|_
 
 for fault in faults:
     print(fault)
-print(f"{abi}: {Path(library).stat().st_size} bytes, {len(loads)} segments, {len(undefined)} symbols of {', '.join(sorted(needed))}: "
-      f"{'wrong' if faults else 'as Android takes it'}")
+size = Path(library).stat().st_size
+print(f"{abi}: {size} bytes, {len(undefined)} symbols of {', '.join(sorted(needed))}: {'wrong' if faults else 'as Android takes it'}")
 sys.exit(1 if faults else 0)

@@ -2,8 +2,8 @@
 
 usage: check_package.py FOLDER
 
-The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without; the
-sample application, and a native library of somebody's that links against it; the sums.
+The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
+the sample application, and a native library of somebody's that links against it; the sums.
 """
 
 import json
@@ -57,7 +57,8 @@ def check_prefab(aar):
         f"{module}/module.json": {"export_libraries": ([],), "library_name": {"libfennic"}},
     }
     for abi in abis:
-        schemas[f"{module}/libs/android.{abi}/abi.json"] = {"abi": {abi}, "api": {21}, "ndk": int, "stl": {"none"}, "static": {False}}
+        schemas[f"{module}/libs/android.{abi}/abi.json"] = {
+            "abi": {abi}, "api": {21}, "ndk": int, "stl": {"none"}, "static": {False}}
     for name, schema in schemas.items():
         demand(fits(json.loads((aar / name).read_text()), schema), f"{name} is not what prefab reads")
 
@@ -66,11 +67,12 @@ def check_libraries(aar, symbols):
     build_ids = dict(line.split() for line in (symbols / "build-ids.txt").read_text().splitlines())
     for abi in abis:
         shipped = aar / f"jni/{abi}/libfennic.so"
-        for tool in (("check_elf.py", shipped, abi), ("check_exports.py", shipped)):
-            print(run(sys.executable, root / "tools" / tool[0], *tool[1:]), end="")
-        demand(shipped.read_bytes() == (aar / f"{module}/libs/android.{abi}/libfennic.so").read_bytes(), f"prefab has another {abi}")
+        print(run(sys.executable, root / "tools/check_elf.py", shipped, abi), end="")
+        run(sys.executable, root / "tools/check_exports.py", shipped)
+        prefabs = aar / f"{module}/libs/android.{abi}/libfennic.so"
+        demand(shipped.read_bytes() == prefabs.read_bytes(), f"prefab has another {abi}")
         for file in (shipped, symbols / abi / "libfennic.so"):
-            demand(f"Build ID: {build_ids[abi]}" in run("llvm-readelf-19", "--notes", file), f"{file.name} of {abi} has another build id")
+            demand(f"Build ID: {build_ids[abi]}" in run("llvm-readelf-19", "--notes", file), f"another build id than the list's: {abi}")
         address = re.search(r"(\w+) T _ZN14KorvGraphics2D13getSourceSize", run("llvm-nm-19", symbols / abi / "libfennic.so"))
         line = run("llvm-symbolizer-19", f"--obj={symbols / abi / 'libfennic.so'}", f"0x{address[1]}") if address else ""
         demand("jni/measure/Geometry.cpp:" in line and str(root) not in line, f"the symbols of {abi} lead to no line: {line}")
@@ -99,20 +101,20 @@ def check_rules(aar, scratch):
     for rules in (True, False):
         mapping = scratch / f"mapping-{rules}"
         # The platform's classes are not there to be looked at.
-        run("proguard", "-injars", f"{classes}:{aar / 'classes.jar'}", "-outjars", scratch / f"shrunk-{rules}.jar", "-printmapping", mapping,
-            "-ignorewarnings", "-dontnote", *(["-include", aar / "proguard.txt"] if rules else []),
+        run("proguard", "-injars", f"{classes}:{aar / 'classes.jar'}", "-outjars", scratch / f"shrunk-{rules}.jar",
+            "-printmapping", mapping, "-ignorewarnings", "-dontnote", *(["-include", aar / "proguard.txt"] if rules else []),
             f"-keep class {consumer_class} {{ public *; }}")
-        text = mapping.read_text() if mapping.exists() else ""
-        kept = f"{natives_class} -> {natives_class}:" in text and re.search(r"int nativeBitmapHandle4\(.*\) -> nativeBitmapHandle4$", text, re.M)
-        demand(natives_class in text, "proguard left nothing to look at")
-        demand(bool(kept) == rules, f"natives {'keep' if kept else 'lose'} their names {'with' if rules else 'without'} the AAR's rules")
+        names = dict(re.findall(r"^ *(?:int )?([\w.]+)(?:\(.*\))? -> ([\w.]+)", mapping.read_text() if mapping.exists() else "", re.M))
+        for name in (natives_class, "nativeBitmapHandle4"):
+            demand(name in names, f"proguard left no {name} to look at")
+            demand((names.get(name) == name) == rules, f"{name} becomes {names.get(name)} {'with' if rules else 'without'} the AAR's rules")
 
 
 def check_sample(aar, scratch):
     """The sample application compiles, with stand-ins for the framework's classes."""
     activity, = (root / "samples/android").rglob("MainActivity.java")
-    run("javac", "--release", "8", "-Xlint:all,-options", "-Werror", "-implicit:none", "-sourcepath", root / "tests/consumer", "-classpath",
-        aar / "classes.jar", "-d", scratch / "sample", activity)
+    run("javac", "--release", "8", "-Xlint:all,-options", "-Werror", "-implicit:none", "-sourcepath", root / "tests/consumer",
+        "-classpath", aar / "classes.jar", "-d", scratch / "sample", activity)
     gradle = (root / "samples/android/build.gradle").read_text()
     demand(f"'com.velmora.display:fennic:{version}'" in gradle, "the sample asks for another version")
 
@@ -120,8 +122,8 @@ def check_sample(aar, scratch):
 def check_consumer(aar, scratch):
     for abi in abis:
         build = scratch / f"consumer-{abi}"
-        run("cmake", "-G", "Ninja", "-S", root / "tests/consumer", "-B", build, f"-DCMAKE_TOOLCHAIN_FILE={root}/cmake/android.cmake",
-            f"-DANDROID_ABI={abi}", f"-DPREFAB={aar / module}")
+        run("cmake", "-G", "Ninja", "-S", root / "tests/consumer", "-B", build, f"-DPREFAB={aar / module}", f"-DANDROID_ABI={abi}",
+            f"-DCMAKE_TOOLCHAIN_FILE={root}/cmake/android.cmake")
         run("cmake", "--build", build)
         needed = run("llvm-readelf-19", "--needed-libs", build / "libconsumer.so") if (build / "libconsumer.so").exists() else ""
         demand("libfennic.so" in needed, f"somebody's library for {abi} does not need ours")

@@ -74,7 +74,8 @@ maven.mkdir(parents=True)
 with tempfile.TemporaryDirectory() as scratch:
     classes, documentation = Path(scratch) / "classes", Path(scratch) / "documentation"
     sources = sorted(java.rglob("*.java"))
-    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-encoding", "UTF-8", "-sourcepath", parts, "-d", classes, *sources)
+    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-encoding", "UTF-8", "-sourcepath", parts, "-d", classes,
+        *sources)
     run("javadoc", "-quiet", "-notimestamp", "-encoding", "UTF-8", "-Xdoclint:all,-missing", "-sourcepath", f"{java}:{parts}",
         "-d", documentation, "com.velmora.display.fennic")
     jar(Path(scratch) / "classes.jar", classes)
