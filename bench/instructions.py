@@ -8,7 +8,7 @@ held against a kept table, which is renewed by
 
     bench/instructions.py build/benchmark-arm64 > bench/arm64-instructions.txt
 
-With --emulator qemu-arm-static it counts those of 32-bit ARM (the preset benchmark-armel).
+With --emulator qemu-arm-static --plain it counts those of 32-bit ARM, which knows no ideal (the preset benchmark-armel).
 """
 import argparse
 import os
@@ -43,15 +43,16 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("folder", help="with run_fennic and run_ideal, built for arm64")
     parser.add_argument("--emulator", default="qemu-aarch64-static")
+    parser.add_argument("--plain", action="store_true", help="without the ideal loops")
     parser.add_argument("--check", metavar="FILE", help=f"fails where an operation is {TOLERANCE:.0%} away from this table, or "
                         f"takes more than {LIMIT} times its ideal")
     options = parser.parse_args()
     low, high = (counts(options.emulator, f"{options.folder}/run_fennic", 64, height) for height in (8, 24))
     table = {op: (high[op] - low[op]) / (64 * 16) for op in high}
-    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, count in counts(options.emulator, f"{options.folder}/run_ideal", *IDEAL).items()}
+    ideal = {} if options.plain else {op: count / (IDEAL[0] * IDEAL[1]) for op, count in counts(options.emulator, f"{options.folder}/run_ideal", *IDEAL).items()}
     print("# Instructions for a pixel, and in an ideal loop, by bench/instructions.py")
     for op, per_pixel in table.items():
-        print(f"{op:20}{per_pixel:9.2f}{ideal[op]:9.2f}")
+        print(f"{op:20}{per_pixel:9.2f}" + (f"{ideal[op]:9.2f}" if ideal else ""))
     if not options.check:
         return
     with open(options.check, encoding="utf-8") as file:
