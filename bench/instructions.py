@@ -49,7 +49,8 @@ def main():
     options = parser.parse_args()
     low, high = (counts(options.emulator, f"{options.folder}/run_fennic", 64, height) for height in (8, 24))
     table = {op: (high[op] - low[op]) / (64 * 16) for op in high}
-    ideal = {} if options.plain else {op: count / (IDEAL[0] * IDEAL[1]) for op, count in counts(options.emulator, f"{options.folder}/run_ideal", *IDEAL).items()}
+    ideal = {} if options.plain else counts(options.emulator, f"{options.folder}/run_ideal", *IDEAL)
+    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, count in ideal.items()}
     print("# Instructions for a pixel, and in an ideal loop, by bench/instructions.py")
     for op, per_pixel in table.items():
         print(f"{op:20}{per_pixel:9.2f}" + (f"{ideal[op]:9.2f}" if ideal else ""))

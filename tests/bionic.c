@@ -1,5 +1,5 @@
-// What Android's C library has and GNU's has not, for the shipped Android files in a program for GNU/Linux: the streams' array, and
-// an fprintf that knows its third as the standard error stream.
+// What Android's C library has and GNU's has not, for the shipped Android files in a program for GNU/Linux: the streams' array,
+// and an fprintf that knows its third as the standard error stream.
 #include <stdarg.h>
 #include <stddef.h>
 #include <stdio.h>
