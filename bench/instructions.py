@@ -8,6 +8,8 @@ length that the compiler knows; and what it costs Debian's pixman for arm64. Cou
 against a kept table, which is renewed by
 
     bench/instructions.py build/benchmark-arm64 > bench/arm64-instructions.txt
+
+With --emulator qemu-arm-static it counts those of 32-bit ARM, which knows no ideal (the preset benchmark-armel).
 """
 import argparse
 import os
@@ -27,12 +29,12 @@ def divisions(program):
     return {int(address, 16) for address in re.findall(r"^ *([0-9a-f]+):\s+[fus]div\s", listing.stdout, re.M)}
 
 
-def counts(program, width, height):
+def counts(emulator, program, width, height):
     """Of each operation on a picture of that size: (instructions, divisions)."""
     dividing = divisions(program)
     # Old and new qemu know the mode by different names.
     environment = os.environ | {"QEMU_SINGLESTEP": "1", "QEMU_ONE_INSN_PER_TB": "1", "QEMU_LD_PREFIX": "/usr/aarch64-linux-gnu"}
-    command = ["qemu-aarch64-static", "-d", "exec,nochain", "-D", "/dev/stderr", program, str(width), str(height)]
+    command = [emulator, "-d", "exec,nochain", "-D", "/dev/stderr", program, str(width), str(height)]
     found, start, divided = [], 0, 0
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as qemu:
         for number, line in enumerate(qemu.stderr):
@@ -48,25 +50,28 @@ def counts(program, width, height):
     return dict(zip(operations, found))
 
 
-def for_a_pixel(program):
+def for_a_pixel(emulator, program):
     """{operation: (instructions, divisions)}"""
-    low, high = (counts(program, 512, height) for height in (2, 6))
+    low, high = (counts(emulator, program, 512, height) for height in (2, 6))
     return {op: tuple((more - less) / (512 * 4) for more, less in zip(high[op], low[op])) for op in high}
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("folder", help="with run_fennic, run_ideal and run_pixman, built for arm64")
+    parser.add_argument("--emulator", default="qemu-aarch64-static")
     parser.add_argument("--check", metavar="FILE", help=f"fails where an operation is {TOLERANCE:.0%} away from this table, or "
                         f"takes more than {LIMIT} times its ideal")
     options = parser.parse_args()
-    table = for_a_pixel(f"{options.folder}/run_fennic")
-    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, (count, _) in counts(f"{options.folder}/run_ideal", *IDEAL).items()}
-    peer = f"{options.folder}/run_pixman"
-    pixman = for_a_pixel(peer) if os.path.exists(peer) else {}
-    print("# arm64, for a pixel: instructions, these in an ideal loop, divisions among them, pixman's instructions; by bench/instructions.py")
+    table = for_a_pixel(options.emulator, f"{options.folder}/run_fennic")
+    ideal, pixman = f"{options.folder}/run_ideal", f"{options.folder}/run_pixman"
+    ideal = counts(options.emulator, ideal, *IDEAL) if os.path.exists(ideal) else {}
+    ideal = {op: count / (IDEAL[0] * IDEAL[1]) for op, (count, _) in ideal.items()}
+    pixman = for_a_pixel(options.emulator, pixman) if os.path.exists(pixman) else {}
+    print("# For a pixel: instructions, these in an ideal loop, divisions among them, pixman's instructions; by bench/instructions.py")
     for op, (count, divided) in table.items():
-        print(f"{op:20}{count:9.2f}{ideal[op]:9.2f}{divided:7.2f}" + (f"{pixman[op][0]:9.2f}" if op in pixman else ""))
+        columns = [count, ideal.get(op), divided, pixman.get(op, [None])[0]]
+        print(f"{op:20}" + "".join(f"{each:9.2f}" for each in columns if each is not None))
     if not options.check:
         return
     with open(options.check, encoding="utf-8") as file:

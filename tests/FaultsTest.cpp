@@ -1,5 +1,6 @@
 // Every operation of the list: its bitmap calls in their order, the answer to each that fails and to bitmaps that do not fit,
 // to allocations that fail, and to arrays that nobody should pass.
+#include "AtLevels.h"
 #include "Random.h"
 
 #include <gtest/gtest.h>
@@ -245,6 +246,7 @@ void failAllocations(const Call& call, std::uint32_t seed) {
 TEST(Faults, EachAllocationFailsInTurn) {
     for (const Call& call : allCalls())
         for (bool leaves : call.leavings()) {
+            if (!leaves && !choosesArrays()) continue;
             leavesArrays = leaves;
             bool allocates = false;
             for (std::uint32_t seed = 0; seed < (call.isAbort() ? 0 : 30); ++seed) {

@@ -5,6 +5,9 @@ usage: check_machine_code.py BINARY --levels LEVEL... --machine MACHINE [--objdu
 For every blend, effect and filter of jni/Operations.def but the "scalar" ones, the code of each level must hold a loop that stores
 whole vectors of the level's width, computes on such vectors, and makes no call and no arithmetic on single floats. It may stand in
 a function of the same level that the operation calls. What a level calls beside its own functions must be known below.
+
+32-bit x86 owes the same as the oldest 64-bit level. On ARMv7 loops stay scalar, and must: its vectors take denormals for 0, so no
+float may be in one.
 """
 
 import argparse
@@ -27,12 +30,13 @@ options = arguments.parse_args()
 expected_loops = {"BitmapExclusion": 2, "TkPSBlendingMode": 43}
 # What a level may call: the platform, and of the library its memory.
 outside = re.compile(r"(AndroidBitmap_\w+|__android_log_print|fprintf|abort|mem(set|cpy)|free|malloc|fmod|tan|atan|sin|sincosf|exp2|"
-                     r"nextafterf|_Znam\w*|_ZdaPv\w*|_Z11leaveArraysi)(@plt)?|\*.*")
+                     r"nextafterf|_Zna[jm]\w*|_ZdaPv\w*|_Z11leaveArraysi|__aeabi_\w+|__u?(div|mod)[ds]i3)(@plt)?|\*.*")
 
-arm = options.machine == "aarch64"
+arm, arm32 = options.machine == "aarch64", options.machine == "armv7-a"
 registers = {"v4": "%zmm", "v3": "%ymm", "baseline": "%xmm"}
-branch = re.compile(r"(b\.?\w*|cbn?z|tbn?z)\s" if arm else r"j\w+\s")
-call = re.compile(r"(bl|blr)\s" if arm else r"call")
+branch = re.compile(r"(b\.?\w*|cbn?z|tbn?z)\s" if arm or arm32 else r"j\w+\s")
+call = re.compile(r"(bl|blx|blr)\s" if arm or arm32 else r"call")
+float_vector = re.compile(r"v\w+(\.f32\s+d\d|\.\w+\s+.*\bq\d)")
 single = re.compile(r"f(mul|add|sub|div|madd|msub|sqrt)\s+s\d" if arm else r"v?(mul|add|sub|div|sqrt|fn?m(add|sub)\w*)ss\s")
 
 
@@ -104,10 +108,12 @@ for symbol, instructions in code.items():
     for callee in callees(instructions):
         if level_of(callee) != level_of(symbol) and not outside.fullmatch(callee):
             faults.append(f"{symbol} leaves its level for {callee}")
+    if arm32 and (text := next((text for _, text in instructions if float_vector.match(text)), None)):
+        faults.append(f"{symbol} has a vector: {text}")
 
 for level in options.levels:
     register = registers[level]
-    if options.calls_only:
+    if options.calls_only or arm32:
         continue
     listed = [(method, name) for method, name, traits in rows if not scalar(traits, level)]
     for method in sorted({method for method, _ in listed}):
@@ -132,6 +138,6 @@ for level in options.levels:
 
 for fault in faults:
     print(fault)
-nothing = not code or not (checked or options.calls_only)
+nothing = not code or not (checked or options.calls_only or arm32)
 print(f"{len(code)} functions at {', '.join(options.levels)}, loops of {checked} methods: {'wrong' if faults or nothing else 'as wanted'}")
 sys.exit(1 if faults or nothing else 0)

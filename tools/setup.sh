@@ -1,9 +1,15 @@
-# Sourced by fennic, test and benchmark: what they need from Debian, and how they build.
+# Sourced by fennic, test, benchmark and package: what they need from Debian, and how they build.
 
 root=$(dirname -- "$(readlink -f -- "$0")")
 
 build_packages="cmake ninja-build clang-19 binutils android-libnativehelper-dev android-platform-frameworks-native-headers
     android-liblog-dev openjdk-17-jdk-headless libpicocli-java"
+
+# For Android's files, and for the programs that run them on GNU/Linux.
+android_abis="arm64-v8a armeabi-v7a x86_64 x86"
+android_packages="lld-19 llvm-19 libclang-rt-19-dev gcc-12-arm-linux-gnueabi binutils-aarch64-linux-gnu"
+proof_packages="googletest junit5 qemu-user-static proguard-cli python3-minimal g++-12-aarch64-linux-gnu libc6-dev-arm64-cross
+    g++-12-arm-linux-gnueabi libc6-dev-armel-cross g++-12-multilib"
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -27,10 +33,26 @@ install_missing() {
         { say "The installation failed (see above). By hand: apt-get install$missing"; exit 1; }
 }
 
-# build PRESET: configures and builds build/PRESET quietly; the log is shown where it fails.
+# build PRESET OPTION...: configures and builds build/PRESET quietly; the log is shown where it fails.
 build() {
     mkdir -p "$root/build"
     log=$root/build/$1.log
-    (cd "$root" && cmake --preset "$1" && cmake --build --preset "$1") >"$log" 2>&1 ||
+    (cd "$root" && cmake --preset "$1" && cmake --build --preset "$@") >"$log" 2>&1 ||
         { cat "$log" >&2; say "Building $1 failed; the log is build/$1.log"; exit 1; }
+}
+
+# Builds Android's four files and checks them without running them.
+prove_android_files() {
+    for abi in $android_abis; do
+        build "android-$abi" && ctest --test-dir "$root/build/android-$abi" --output-on-failure -j "$(nproc)" || return 1
+    done
+}
+
+# Runs the files: the tests of what the library exports, on this processor or under qemu, and the JVM's.
+prove_android() {
+    for preset in arm64 armel i386; do build $preset --target android_tests || return 1; done
+    build test --target android_tests jnigraphics fennic_java_tests || return 1
+    # The slowest first.
+    printf '%s\n' armel release arm64 i386 |
+        xargs -P "$(nproc)" -I {} ctest --test-dir "$root/build/{}" -R '^android' --output-on-failure --no-tests=error
 }

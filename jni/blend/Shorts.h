@@ -38,8 +38,8 @@ void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, InVe
     const std::int64_t whole = together ? width / most * most : 0;
     UNROLLED
     for (std::int64_t x = 0; x < whole; x += most) {
-        auto* base = reinterpret_cast<StoredWords*>(row1 + x);
-        *base = vectors.rule(*base, *reinterpret_cast<const StoredWords*>(row2 + x));
+        StoredWords& base = *reinterpret_cast<StoredWords*>(row1 + x);  // auto would forget its alignment
+        base = vectors.rule(base, *reinterpret_cast<const StoredWords*>(row2 + x));
     }
     // One by one what does not fill a vector, and where a pixel of the base may be a later one of the layer.
     for (std::int64_t x = whole; x < width; ++x) row1[x] = vectors.rule(Words{} + row1[x], Words{} + row2[x])[0];

@@ -16,6 +16,8 @@ std::vector<std::string> levels() { return {names, names + int(bestLevel()) + 1}
 
 std::string currentLevel() { return names[int(current)]; }
 
+bool choosesArrays() { return true; }
+
 void useLevel(const std::string& name) {
     for (Level level : allLevels)
         if (level <= bestLevel() && name == names[int(level)]) {

@@ -1,0 +1,4 @@
+package android.widget;
+
+/** A stand-in by name, to compile the sample against. */
+public interface SpinnerAdapter {}

@@ -1,0 +1,163 @@
+"""Checks what ./package makes, as those who get it use it.
+
+usage: check_package.py FOLDER
+
+The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
+the sample application, and a native library of somebody's that links against it; the sums.
+"""
+
+import json
+import re
+import subprocess
+import sys
+import tempfile
+import zipfile
+from pathlib import Path
+
+root = Path(__file__).resolve().parent.parent
+dist = Path(sys.argv[1]).resolve()
+abis = ("arm64-v8a", "armeabi-v7a", "x86_64", "x86")
+version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
+natives_class, consumer_class = "com.velmora.display.fennic.VelUIBitmapUtils", "org.example.Consumer"
+module = "prefab/modules/fennic"
+faults = []
+
+
+def demand(holds, fault):
+    if not holds:
+        faults.append(fault)
+
+
+def run(*command, **options):
+    done = subprocess.run([str(word) for word in command], capture_output=True, text=True, **options)
+    demand(done.returncode == 0, f"{' '.join(map(str, command[:2]))}: {(done.stdout + done.stderr)[-500:]}")
+    return done.stdout
+
+
+def fits(value, schema):
+    """Whether a value is of a type, one of a set, or a dictionary with just these keys, whose values fit."""
+    if isinstance(schema, dict):
+        return isinstance(value, dict) and value.keys() == schema.keys() and all(fits(value[key], schema[key]) for key in schema)
+    return value in schema if isinstance(schema, (set, tuple)) else type(value) is schema
+
+
+def check_entries(names):
+    wanted = {"AndroidManifest.xml", "R.txt", "classes.jar", "proguard.txt", "prefab/prefab.json", f"{module}/module.json"}
+    wanted |= {f"{module}/include/{header.name}" for header in (root / "jni").glob("Korv*.h")}
+    for abi in abis:
+        wanted |= {f"jni/{abi}/libfennic.so", f"{module}/libs/android.{abi}/abi.json", f"{module}/libs/android.{abi}/libfennic.so"}
+    for name in sorted(wanted ^ set(names)):
+        demand(False, f"{name} is {'missing' if name in wanted else 'no part of an AAR'}")
+    demand(len(names) == len(set(names)), "an entry stands twice")
+
+
+def check_prefab(aar):
+    schemas = {
+        "prefab/prefab.json": {"schema_version": {2}, "name": {"fennic"}, "version": {version}, "dependencies": ([],)},
+        f"{module}/module.json": {"export_libraries": ([],), "library_name": {"libfennic"}},
+    }
+    for abi in abis:
+        schemas[f"{module}/libs/android.{abi}/abi.json"] = {
+            "abi": {abi}, "api": {21}, "ndk": int, "stl": {"none"}, "static": {False}}
+    for name, schema in schemas.items():
+        demand(fits(json.loads((aar / name).read_text()), schema), f"{name} is not what prefab reads")
+
+
+def check_libraries(aar, symbols):
+    build_ids = dict(line.split() for line in (symbols / "build-ids.txt").read_text().splitlines())
+    for abi in abis:
+        shipped = aar / f"jni/{abi}/libfennic.so"
+        print(run(sys.executable, root / "tools/check_elf.py", shipped, abi), end="")
+        run(sys.executable, root / "tools/check_exports.py", shipped)
+        prefabs = aar / f"{module}/libs/android.{abi}/libfennic.so"
+        demand(shipped.read_bytes() == prefabs.read_bytes(), f"prefab has another {abi}")
+        for file in (shipped, symbols / abi / "libfennic.so"):
+            demand(f"Build ID: {build_ids[abi]}" in run("llvm-readelf-19", "--notes", file), f"another build id than the list's: {abi}")
+        address = re.search(r"(\w+) T _ZN14KorvGraphics2D13getSourceSize", run("llvm-nm-19", symbols / abi / "libfennic.so"))
+        line = run("llvm-symbolizer-19", f"--obj={symbols / abi / 'libfennic.so'}", f"0x{address[1]}") if address else ""
+        demand("jni/measure/Geometry.cpp:" in line and str(root) not in line, f"the symbols of {abi} lead to no line: {line}")
+
+
+def check_classes(jar):
+    """Java 8's level, and no class named but java.lang's, the platform's bitmap and its own."""
+    names = [name for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")]
+    demand(names == [natives_class.replace(".", "/") + ".class"], f"class files are {names}")
+    listing = run("javap", "-verbose", "-private", "-classpath", jar, natives_class)
+    demand("major version: 52" in listing, "not of Java 8's level")
+    named = set(re.findall(r"= Class +#\d+ +// +(\S+)", listing))
+    for constant in re.findall(r"= Utf8 +(\S+)", listing):
+        named |= set(re.findall(r"L([\w/$]+);", constant))
+    own = natives_class.replace(".", "/")
+    for name in sorted(named):
+        demand(re.fullmatch(rf"java/lang/\w+|android/graphics/Bitmap|{own}", name), f"refers to {name}")
+    demand("android/graphics/Bitmap" in named, "the listing of the class could not be read")
+
+
+def check_rules(aar, scratch):
+    """What proguard makes of an application: with the AAR's rules the natives keep their names, without them they lose them."""
+    classes = scratch / "consumer"
+    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-sourcepath", root / "tests/consumer", "-classpath",
+        aar / "classes.jar", "-d", classes, root / "tests/consumer/Consumer.java")
+    for rules in (True, False):
+        mapping = scratch / f"mapping-{rules}"
+        # The platform's classes are not there to be looked at.
+        run("proguard", "-injars", f"{classes}:{aar / 'classes.jar'}", "-outjars", scratch / f"shrunk-{rules}.jar",
+            "-printmapping", mapping, "-ignorewarnings", "-dontnote", *(["-include", aar / "proguard.txt"] if rules else []),
+            f"-keep class {consumer_class} {{ public *; }}")
+        names = dict(re.findall(r"^ *(?:int )?([\w.]+)(?:\(.*\))? -> ([\w.]+)", mapping.read_text() if mapping.exists() else "", re.M))
+        for name in (natives_class, "nativeBitmapHandle4"):
+            demand(name in names, f"proguard left no {name} to look at")
+            demand((names.get(name) == name) == rules, f"{name} becomes {names.get(name)} {'with' if rules else 'without'} the AAR's rules")
+
+
+def check_sample(aar, scratch):
+    """The sample application compiles, with stand-ins for the framework's classes."""
+    activity, = (root / "samples/android").rglob("MainActivity.java")
+    run("javac", "--release", "8", "-Xlint:all,-options", "-Werror", "-implicit:none", "-sourcepath", root / "tests/consumer",
+        "-classpath", aar / "classes.jar", "-d", scratch / "sample", activity)
+    gradle = (root / "samples/android/build.gradle").read_text()
+    demand(f"'com.velmora.display:fennic:{version}'" in gradle, "the sample asks for another version")
+
+
+def check_consumer(aar, scratch):
+    for abi in abis:
+        build = scratch / f"consumer-{abi}"
+        run("cmake", "-G", "Ninja", "-S", root / "tests/consumer", "-B", build, f"-DPREFAB={aar / module}", f"-DANDROID_ABI={abi}",
+            f"-DCMAKE_TOOLCHAIN_FILE={root}/cmake/android.cmake")
+        run("cmake", "--build", build)
+        needed = run("llvm-readelf-19", "--needed-libs", build / "libconsumer.so") if (build / "libconsumer.so").exists() else ""
+        demand("libfennic.so" in needed, f"somebody's library for {abi} does not need ours")
+
+
+def check_maven():
+    folder = dist / "maven/com/velmora/display/fennic" / version
+    for end in (".aar", ".pom", "-sources.jar", "-javadoc.jar"):
+        demand((folder / f"fennic-{version}{end}").is_file(), f"Maven's folder has no {end}")
+    pom = (folder / f"fennic-{version}.pom").read_text()
+    demand(f"<version>{version}</version>" in pom and "<packaging>aar</packaging>" in pom, "the POM is of something else")
+    run("sha256sum", "--check", "--strict", "SHA256SUMS", cwd=dist)
+    listed = {line.split("  ")[1] for line in (dist / "SHA256SUMS").read_text().splitlines()}
+    present = {file.relative_to(dist).as_posix() for file in dist.rglob("*") if file.is_file()} - {"SHA256SUMS"}
+    demand(listed == present, f"SHA256SUMS has more or less than {sorted(listed ^ present)}")
+
+
+with tempfile.TemporaryDirectory() as folder:
+    scratch = Path(folder)
+    aar, symbols = scratch / "aar", scratch / "symbols"
+    with zipfile.ZipFile(dist / f"fennic-{version}.aar") as archive:
+        check_entries(archive.namelist())
+        archive.extractall(aar)
+    with zipfile.ZipFile(dist / f"fennic-{version}-symbols.zip") as archive:
+        archive.extractall(symbols)
+    check_prefab(aar)
+    check_libraries(aar, symbols)
+    check_classes(aar / "classes.jar")
+    check_rules(aar, scratch)
+    check_sample(aar, scratch)
+    check_consumer(aar, scratch)
+    check_maven()
+
+for fault in faults:
+    print(fault)
+print(f"fennic {version}, {dist.name}/: {'wrong' if faults else 'as it should be'}")
+sys.exit(1 if faults else 0)

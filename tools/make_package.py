@@ -1,0 +1,98 @@
+"""Makes what is published of the four Android builds: the AAR, its sources and documentation, the symbols, and Maven's folders.
+
+usage: make_package.py FOLDER
+
+The same sources give the same bytes: entries stand in the order that is written here, with one time for all.
+"""
+
+import hashlib
+import json
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import zipfile
+from pathlib import Path
+
+root = Path(__file__).resolve().parent.parent
+dist = Path(sys.argv[1]).resolve()
+abis = ("arm64-v8a", "armeabi-v7a", "x86_64", "x86")
+version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
+parts, java = root / "android/aar", root / "java"
+
+
+def archive(path, entries):
+    """Writes entries, pairs of a name and bytes, with one time for all: the earliest that a zip archive can hold."""
+    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED, compresslevel=9) as out:
+        for name, data in entries:
+            entry = zipfile.ZipInfo(name, (1980, 1, 1, 0, 0, 0))
+            entry.compress_type, entry.create_system, entry.external_attr = zipfile.ZIP_DEFLATED, 3, 0o644 << 16
+            out.writestr(entry, data)
+    return path
+
+
+def jar(path, folder, pattern="*"):
+    manifest = [("META-INF/MANIFEST.MF", b"Manifest-Version: 1.0\r\n\r\n")]
+    files = sorted(file for file in folder.rglob(pattern) if file.is_file())
+    return archive(path, manifest + [(file.relative_to(folder).as_posix(), file.read_bytes()) for file in files])
+
+
+def run(*command):
+    subprocess.run([str(word) for word in command], check=True, stdout=subprocess.DEVNULL)
+
+
+def text(value):
+    return (json.dumps(value, indent=2) + "\n").encode()
+
+
+def prefab():
+    """What Gradle gives to an application's CMake: the headers of the public static methods and the library, by ABI."""
+    yield "prefab/prefab.json", text({"schema_version": 2, "name": "fennic", "version": version, "dependencies": []})
+    module = "prefab/modules/fennic"
+    yield f"{module}/module.json", text({"export_libraries": [], "library_name": "libfennic"})
+    for header in sorted((root / "jni").glob("Korv*.h")):
+        yield f"{module}/include/{header.name}", header.read_bytes()
+    for abi in abis:
+        yield f"{module}/libs/android.{abi}/abi.json", text({"abi": abi, "api": 21, "ndk": 27, "stl": "none", "static": False})
+        yield f"{module}/libs/android.{abi}/libfennic.so", library(abi)
+
+
+def library(abi, folder=""):
+    return (root / "build" / f"android-{abi}" / folder / "libfennic.so").read_bytes()
+
+
+def build_id(abi):
+    notes = subprocess.run(["llvm-readelf-19", "--notes", root / "build" / f"android-{abi}/libfennic.so"], check=True,
+                           capture_output=True, text=True).stdout
+    return re.search(r"Build ID: (\w+)", notes)[1]
+
+
+shutil.rmtree(dist, ignore_errors=True)
+maven = dist / "maven/com/velmora/display/fennic" / version
+maven.mkdir(parents=True)
+with tempfile.TemporaryDirectory() as scratch:
+    classes, documentation = Path(scratch) / "classes", Path(scratch) / "documentation"
+    sources = sorted(java.rglob("*.java"))
+    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-encoding", "UTF-8", "-sourcepath", parts, "-d", classes,
+        *sources)
+    run("javadoc", "-quiet", "-notimestamp", "-encoding", "UTF-8", "-Xdoclint:all,-missing", "-sourcepath", f"{java}:{parts}",
+        "-d", documentation, "com.velmora.display.fennic")
+    jar(Path(scratch) / "classes.jar", classes)
+    name = f"fennic-{version}"
+    archive(maven / f"{name}.aar", [
+        ("AndroidManifest.xml", (parts / "AndroidManifest.xml").read_bytes()),
+        ("R.txt", b""),
+        ("classes.jar", (Path(scratch) / "classes.jar").read_bytes()),
+        ("proguard.txt", (parts / "proguard.txt").read_bytes()),
+        *((f"jni/{abi}/libfennic.so", library(abi)) for abi in abis),
+        *prefab()])
+    jar(maven / f"{name}-sources.jar", java)
+    jar(maven / f"{name}-javadoc.jar", documentation)
+(maven / f"{name}.pom").write_text((parts / "fennic.pom").read_text().replace("@VERSION@", version))
+shutil.copy(maven / f"{name}.aar", dist)
+archive(dist / f"{name}-symbols.zip", [("build-ids.txt", "".join(f"{abi} {build_id(abi)}\n" for abi in abis).encode()),
+                                       *((f"{abi}/libfennic.so", library(abi, "unstripped")) for abi in abis)])
+made = sorted(file for file in dist.rglob("*") if file.is_file())
+(dist / "SHA256SUMS").write_text(
+    "".join(f"{hashlib.sha256(file.read_bytes()).hexdigest()}  {file.relative_to(dist).as_posix()}\n" for file in made))
