@@ -30,8 +30,10 @@ constexpr Processor processor{32, true, true, false, false};
 constexpr Processor processor{16, true, true, true, false};
 #elif defined(__SSE4_1__)
 constexpr Processor processor{16, false, true, false, false};
-#else
+#elif defined(__SSE2__)
 constexpr Processor processor{16, false, false, false, false};
+#else  // no vectors: a word at a time
+constexpr Processor processor{4, false, false, false, false};
 #endif
 
 // Before a short loop that compilers leave as it is.
