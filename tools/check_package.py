@@ -3,10 +3,11 @@
 usage: check_package.py FOLDER
 
 The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
-the sample application, and a native library of somebody's that links against it; the sums.
+the sample application, and a native library of somebody's that links against it; a program on a desktop JVM; the sums.
 """
 
 import json
+import os
 import re
 import subprocess
 import sys
@@ -129,6 +130,21 @@ def check_consumer(aar, scratch):
         demand("libfennic.so" in needed, f"somebody's library for {abi} does not need ours")
 
 
+def check_desktop(scratch):
+    """An application's test compiles and runs with the desktop jar alone, and its libraries from it."""
+    jar, classes, libraries = dist / f"maven/com/velmora/display/fennic-desktop/{version}/fennic-desktop-{version}.jar", "desktop", "natives"
+    run("javac", "-cp", jar, "-d", scratch / classes, root / "tests/consumer/Desktop.java")
+    with zipfile.ZipFile(jar) as archive:
+        archive.extractall(scratch / libraries)
+    printed = run("java", f"-Djava.library.path={scratch / libraries}/natives/linux-x86_64", "-cp", f"{jar}:{scratch / classes}",
+                  "org.example.Desktop", env={"PATH": os.environ["PATH"]})
+    demand(printed == "0 ff330000\n", f"a program with the desktop jar prints {printed!r}")
+    for library in (scratch / libraries).rglob("*.so"):
+        paths = re.findall(r"(?:RUNPATH|RPATH).*\[(.*)\]", run("llvm-readelf-19", "-d", library))
+        demand(all(path == "$ORIGIN" or path.startswith("/usr/lib/") for path in ":".join(paths).split(":") if path),
+               f"{library.name} looks for libraries in {paths}")
+
+
 def check_maven():
     folder = dist / "maven/com/velmora/display/fennic" / version
     for end in (".aar", ".pom", "-sources.jar", "-javadoc.jar"):
@@ -155,6 +171,7 @@ with tempfile.TemporaryDirectory() as folder:
     check_rules(aar, scratch)
     check_sample(aar, scratch)
     check_consumer(aar, scratch)
+    check_desktop(scratch)
     check_maven()
 
 for fault in faults:

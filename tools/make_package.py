@@ -1,4 +1,5 @@
-"""Makes what is published of the four Android builds: the AAR, its sources and documentation, the symbols, and Maven's folders.
+"""Makes what is published: of the four Android builds the AAR, its sources and documentation, and the symbols; of the desktop build
+a jar with its libraries; all in Maven's folders.
 
 usage: make_package.py FOLDER
 
@@ -32,10 +33,12 @@ def archive(path, entries):
     return path
 
 
-def jar(path, folder, pattern="*"):
-    manifest = [("META-INF/MANIFEST.MF", b"Manifest-Version: 1.0\r\n\r\n")]
-    files = sorted(file for file in folder.rglob(pattern) if file.is_file())
-    return archive(path, manifest + [(file.relative_to(folder).as_posix(), file.read_bytes()) for file in files])
+manifest = ("META-INF/MANIFEST.MF", b"Manifest-Version: 1.0\r\n\r\n")
+
+
+def jar(path, folder):
+    files = sorted(file for file in folder.rglob("*") if file.is_file())
+    return archive(path, [manifest] + [(file.relative_to(folder).as_posix(), file.read_bytes()) for file in files])
 
 
 def run(*command):
@@ -68,9 +71,29 @@ def build_id(abi):
     return re.search(r"Build ID: (\w+)", notes)[1]
 
 
+def desktop(scratch):
+    """The class files for a desktop JVM, and under natives/ the libraries, stripped."""
+    with zipfile.ZipFile(root / "build/release/fennic.jar") as jar:
+        for name in sorted(name for name in jar.namelist() if name.endswith(".class")):
+            yield name, jar.read(name)
+    for name in ("libfennic.so", "libjnigraphics.so"):
+        run("llvm-strip-19", "--strip-unneeded", "-o", scratch / name, root / "build/release" / name)
+        yield f"natives/linux-x86_64/{name}", (scratch / name).read_bytes()
+
+
+def maven(artifact, packaging):
+    """The artifact's folder, with its POM."""
+    folder = dist / "maven/com/velmora/display" / artifact / version
+    folder.mkdir(parents=True)
+    pom = (parts / "fennic.pom").read_text()
+    for key, value in {"ARTIFACT": artifact, "PACKAGING": packaging, "VERSION": version}.items():
+        pom = pom.replace(f"@{key}@", value)
+    (folder / f"{artifact}-{version}.pom").write_text(pom)
+    return folder
+
+
 shutil.rmtree(dist, ignore_errors=True)
-maven = dist / "maven/com/velmora/display/fennic" / version
-maven.mkdir(parents=True)
+android = maven("fennic", "aar")
 with tempfile.TemporaryDirectory() as scratch:
     classes, documentation = Path(scratch) / "classes", Path(scratch) / "documentation"
     sources = sorted(java.rglob("*.java"))
@@ -80,17 +103,18 @@ with tempfile.TemporaryDirectory() as scratch:
         "-d", documentation, "com.velmora.display.fennic")
     jar(Path(scratch) / "classes.jar", classes)
     name = f"fennic-{version}"
-    archive(maven / f"{name}.aar", [
+    archive(android / f"{name}.aar", [
         ("AndroidManifest.xml", (parts / "AndroidManifest.xml").read_bytes()),
         ("R.txt", b""),
         ("classes.jar", (Path(scratch) / "classes.jar").read_bytes()),
         ("proguard.txt", (parts / "proguard.txt").read_bytes()),
         *((f"jni/{abi}/libfennic.so", library(abi)) for abi in abis),
         *prefab()])
-    jar(maven / f"{name}-sources.jar", java)
-    jar(maven / f"{name}-javadoc.jar", documentation)
-(maven / f"{name}.pom").write_text((parts / "fennic.pom").read_text().replace("@VERSION@", version))
-shutil.copy(maven / f"{name}.aar", dist)
+    jar(android / f"{name}-sources.jar", java)
+    jar(android / f"{name}-javadoc.jar", documentation)
+    host = maven("fennic-desktop", "jar")
+    archive(host / f"fennic-desktop-{version}.jar", [manifest, *desktop(Path(scratch))])
+shutil.copy(android / f"{name}.aar", dist)
 archive(dist / f"{name}-symbols.zip", [("build-ids.txt", "".join(f"{abi} {build_id(abi)}\n" for abi in abis).encode()),
                                        *((f"{abi}/libfennic.so", library(abi, "unstripped")) for abi in abis)])
 made = sorted(file for file in dist.rglob("*") if file.is_file())
