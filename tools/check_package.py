@@ -21,6 +21,7 @@ abis = ("arm64-v8a", "armeabi-v7a", "x86_64", "x86")
 version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
 natives_class, consumer_class = "com.velmora.display.fennic.VelUIBitmapUtils", "org.example.Consumer"
 module = "prefab/modules/fennic"
+stand_ins = root / "samples/android/stand-ins"  # for classes of the platform
 faults = []
 
 
@@ -97,7 +98,7 @@ def check_classes(jar):
 def check_rules(aar, scratch):
     """What proguard makes of an application: with the AAR's rules the natives keep their names, without them they lose them."""
     classes = scratch / "consumer"
-    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-sourcepath", root / "tests/consumer", "-classpath",
+    run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-sourcepath", stand_ins, "-classpath",
         aar / "classes.jar", "-d", classes, root / "tests/consumer/Consumer.java")
     for rules in (True, False):
         mapping = scratch / f"mapping-{rules}"
@@ -114,7 +115,7 @@ def check_rules(aar, scratch):
 def check_sample(aar, scratch):
     """The sample application compiles, with stand-ins for the framework's classes."""
     activity, = (root / "samples/android").rglob("MainActivity.java")
-    run("javac", "--release", "8", "-Xlint:all,-options", "-Werror", "-implicit:none", "-sourcepath", root / "tests/consumer",
+    run("javac", "--release", "8", "-Xlint:all,-options", "-Werror", "-implicit:none", "-sourcepath", stand_ins,
         "-classpath", aar / "classes.jar", "-d", scratch / "sample", activity)
     gradle = (root / "samples/android/build.gradle").read_text()
     demand(f"'com.velmora.display:fennic:{version}'" in gradle, "the sample asks for another version")
