@@ -22,7 +22,7 @@ if(NOT FENNIC_SANITIZE)  # which keeps loops scalar
         --objdump ${OBJDUMP} ${calls_only})
 endif()
 list(LENGTH levels level_count)
-if(level_count GREATER 1)
+if(level_count GREATER 1 AND NOT ANDROID)  # whose levels are the same sources
     # Without inlining too, where the most could be shared.
     add_fennic_objects(unoptimised_objects -O0)
     add_custom_target(unoptimised ALL)
