@@ -42,7 +42,10 @@ void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, InVe
         base = vectors.rule(base, *reinterpret_cast<const StoredWords*>(row2 + x));
     }
     // One by one what does not fill a vector, and where a pixel of the base may be a later one of the layer.
-    for (std::int64_t x = whole; x < width; ++x) row1[x] = vectors.rule(Words{} + row1[x], Words{} + row2[x])[0];
+    for (std::int64_t x = whole; x < width; ++x) {
+        const Words base = Words{} + row1[x], layer = Words{} + row2[x];
+        row1[x] = vectors.rule(base, layer)[0];
+    }
 }
 
 template <typename Rule>
