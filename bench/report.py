@@ -3,11 +3,9 @@
 peer, against the limit of the machine, and against what bench/targets.txt wants. Of lines that repeat, the best one counts."""
 import argparse
 import datetime
-import math
-import operator
 import re
+import statistics
 import sys
-from functools import reduce
 from pathlib import Path
 
 HEADER = "size,picture,peer,op,best_mpx_s,median_mpx_s"
@@ -95,8 +93,7 @@ def print_motif(figures, motif):
         print(f"{op:19}{best:8.0f}{median:8.0f}  {peer_column}{ratios[0]}  {limit:18}{ratios[1]}{ratios[2]}".rstrip())
     compared = [ratio for op in figures.ops(motif) if figures.kind(op) == "BLEND" and (ratio := figures.ratio(motif, op, "peer"))]
     if compared:
-        mean = math.exp(sum(map(math.log, compared)) / len(compared))
-        print(f"Geometric mean of {len(compared)} blends against the best peer of each: {mean:.2f}")
+        print(f"Geometric mean of {len(compared)} blends against the best peer of each: {statistics.geometric_mean(compared):.2f}")
 
 
 def print_calls(figures, motif):
@@ -151,8 +148,8 @@ def print_levels(figures, oldest):
         best, slower = figures.best(motif, "fennic", op), oldest.best(motif, "fennic", op)
         ratios.append(best / slower)
         print(f"{op:19}{best:8.0f}{slower:8.0f}{best / slower:8.2f}")
-    print(f"{len(ratios)} operations: in the middle {sorted(ratios)[len(ratios) // 2]:.2f}, geometric mean "
-          f"{reduce(operator.mul, ratios) ** (1 / len(ratios)):.2f}, over 6: {sum(ratio > 6 for ratio in ratios)}")
+    print(f"{len(ratios)} operations: in the middle {statistics.median(ratios):.2f}, geometric mean "
+          f"{statistics.geometric_mean(ratios):.2f}, over 6: {sum(ratio > 6 for ratio in ratios)}")
 
 
 def machine():

@@ -1,6 +1,6 @@
 """Checks what ./package makes, as those who get it use it.
 
-usage: check_package.py FOLDER
+usage: check_package.py FOLDER ABI...
 
 The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
 the sample application, and a native library of somebody's that links against it; a program on a desktop JVM; the sums.
@@ -17,7 +17,7 @@ from pathlib import Path
 
 root = Path(__file__).resolve().parent.parent
 dist = Path(sys.argv[1]).resolve()
-abis = ("arm64-v8a", "armeabi-v7a", "x86_64", "x86")
+abis = sys.argv[2:]
 version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
 natives_class, consumer_class = "com.velmora.display.fennic.VelUIBitmapUtils", "org.example.Consumer"
 module = "prefab/modules/fennic"

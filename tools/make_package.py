@@ -1,7 +1,7 @@
 """Makes what is published: of the four Android builds the AAR, its sources and documentation, and the symbols; of the desktop build
 a jar with its libraries; all in Maven's folders.
 
-usage: make_package.py FOLDER
+usage: make_package.py FOLDER ABI...
 
 The same sources give the same bytes: entries stand in the order that is written here, with one time for all.
 """
@@ -18,7 +18,7 @@ from pathlib import Path
 
 root = Path(__file__).resolve().parent.parent
 dist = Path(sys.argv[1]).resolve()
-abis = ("arm64-v8a", "armeabi-v7a", "x86_64", "x86")
+abis = sys.argv[2:]
 version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
 parts, java = root / "android/aar", root / "java"
 

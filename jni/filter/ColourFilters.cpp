@@ -144,13 +144,10 @@ int BitmapHaze(JNIEnv* env, jobject bitmap, float distance, float slope) {
             // A single row divides zero by zero, and t of 1 divides by zero: such rows turn black.
             const float t = float(y) * slope / float(pixels.height - 1) + distance;
             StoredWord* row = pixels.row(y);
-            auto each = [&](auto rule) {
-                for (std::size_t x = 0; x < pixels.width; ++x) row[x] = rule(row[x]);
-            };
             if (isModerate(t))
-                each(shortlyUnhazed(t));
+                changeRow(row, pixels.width, shortlyUnhazed(t));
             else
-                each(unhazed(t));
+                changeRow(row, pixels.width, unhazed(t));
         }
     });
 }
