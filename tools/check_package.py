@@ -3,7 +3,8 @@
 usage: check_package.py FOLDER ABI...
 
 The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
-the sample application, and a native library of somebody's that links against it; a program on a desktop JVM; the sums.
+the sample application, and a native library of somebody's that links against it; a program on a desktop JVM; what the README
+says of them; the sums.
 """
 
 import json
@@ -146,6 +147,16 @@ def check_desktop(scratch):
                f"{library.name} looks for libraries in {paths}")
 
 
+def check_readme(aar):
+    """What the README tells people to ask for, and how big it says that the libraries are."""
+    readme = (root / "README.md").read_text()
+    for name in (f"com.velmora.display:fennic:{version}", f"fennic-{version}-symbols.zip", f"fennic-desktop-{version}.jar"):
+        demand(name in readme, f"the README does not name {name}")
+    for abi in abis:
+        size, said = (aar / f"jni/{abi}/libfennic.so").stat().st_size / 1024, re.search(rf"`{abi}` \| (\d+) KB", readme)
+        demand(said and abs(int(said[1]) - size) < 0.05 * size, f"the README's size of {abi} is not {size:.0f} KB")
+
+
 def check_maven():
     folder = dist / "maven/com/velmora/display/fennic" / version
     for end in (".aar", ".pom", "-sources.jar", "-javadoc.jar"):
@@ -173,6 +184,7 @@ with tempfile.TemporaryDirectory() as folder:
     check_sample(aar, scratch)
     check_consumer(aar, scratch)
     check_desktop(scratch)
+    check_readme(aar)
     check_maven()
 
 for fault in faults:
