@@ -14,9 +14,10 @@ auto row(PixelRule rule) {
     };
 }
 
-template <typename Formula>
-auto onStraightColour(Formula formula) {
-    return row(composited(perChannelUnder(unionAlpha, onStraight(formula))));
+ShortForm modeOf(int number) {
+    return {"mode " + std::to_string(number), mode::withFormula(number, [](auto formula, auto...) {
+                return std::function<RowRule>(row(compositedOnStraight(formula)));
+            })};
 }
 
 auto wholeColour(int number) {
@@ -51,13 +52,13 @@ std::vector<std::uint32_t> channels(unsigned shift, unsigned a) {
 
 const std::vector<ShortForm>& shortForms() {
     static const std::vector<ShortForm> list = {
-        {"mode 3", onStraightColour(mode::darken)},
-        {"mode 4", onStraightColour(mode::multiply)},
+        modeOf(3),
+        modeOf(4),
         {"mode 7", wholeColour(7)},
-        {"mode 8", onStraightColour(mode::lighten)},
-        {"mode 11", onStraightColour(mode::linearDodge)},
+        modeOf(8),
+        modeOf(11),
         {"mode 12", wholeColour(12)},
-        {"mode 19", onStraightColour(mode::hardMix)},
+        modeOf(19),
         {"darken", row(perChannel(layer::darken))},
         {"lighten", row(perChannel(layer::lighten))},
         {"linear-dodge", row(perChannel(layer::linearDodge))},
@@ -68,6 +69,24 @@ const std::vector<ShortForm>& shortForms() {
         {"add", row(perChannelUnder(wholeUnionAlpha, added))},
         {"hard-mix", row(perChannel(layer::hardMix))},
     };
+    return list;
+}
+
+const std::vector<ShortForm>& opaqueForms() {
+    static const std::vector<ShortForm> list = [] {
+        std::vector<ShortForm> forms = {
+            {"color-burn-b", row(perChannelUnder(alphaAB, zeroAtZero(layer::colorBurnB)))},
+            {"screen", row(perChannel(layer::screen))},
+            {"overlay-c", row(perChannel(layer::overlayC))},
+            {"soft-light", row(perChannel(layer::softLight))},
+            {"vivid-light", row(perChannel(layer::vividLight))},
+            {"linear-light-c", row(layer::linearLightCPixel)},
+            {"divide", row(perChannel(layer::divide))},
+        };
+        for (int number = 3; number <= 23; ++number)
+            if (number != 7 && number != 12) forms.push_back(modeOf(number));
+        return forms;
+    }();
     return list;
 }
 

@@ -8,12 +8,17 @@
 #include <string>
 #include <vector>
 
+using RowRule = void(std::uint32_t* base, const std::uint32_t* layer, std::int64_t width);
+
 struct ShortForm {
     std::string call;
-    std::function<void(std::uint32_t* base, const std::uint32_t* layer, std::int64_t width)> plain;
+    std::function<RowRule> plain;
 };
 
 const std::vector<ShortForm>& shortForms();
+
+// Those that take one where both pixels are opaque.
+const std::vector<ShortForm>& opaqueForms();
 
 // The first pixel on which the two do not agree, of all under two alphas; empty where there is none.
 std::string firstDifference(const ShortForm& form, unsigned a1, unsigned a2);

@@ -23,6 +23,11 @@ TEST(ShortForms, GiveTheBytesOfThePlainRules) {
     leavesArrays = true;
 }
 
+// All pairs of channels of opaque pixels.
+TEST(ShortForms, GiveTheBytesOfThePlainRulesOnOpaquePieces) {
+    for (const ShortForm& form : opaqueForms()) EXPECT_EQ(firstDifference(form, 255, 255), "");
+}
+
 // Where base and layer share memory, a pixel that is written may be read as the layer's later on.
 TEST(ShortForms, WalkRowsThatOverlapPixelByPixel) {
     constexpr std::uint32_t width = 100;

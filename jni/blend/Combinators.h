@@ -15,7 +15,7 @@ namespace LEVEL {
 // The layer's share u over what its alpha leaves of the base: (255 - a2) * c1 / 255 + u, no more than the base's alpha.
 template <typename Number>
 Number over(Number c1, Number a1, Number a2, Number u) {
-    return clamped(fused(inverse(a2) * c1, K, u), a1);
+    return clamped(isKnownFull(a2) ? u : fused(inverse(a2) * c1, K, u), a1);
 }
 
 // The same for a share that bytes cannot make negative: for Tones one product serves the three channels.
@@ -75,9 +75,14 @@ inline Tone byReciprocal(Tone n, Tone d, Tone full) {
     return fused(n, r, n * rest);
 }
 inline Tone quotient(Tone n, Tone d, Tone full) {
+    if (isKnown(float(d)) && d == full) return n;
     return processor.dividesSlowly || isKnown(float(d)) ? byReciprocal(n, d, full) : n * full / d;
 }
 inline Channel quotient(Channel n, Channel d, Channel full) { return n * full / d; }
+
+// The same of a single quotient, which only a known divisor saves.
+inline Tone quotient(Tone n, Tone d) { return isKnown(float(d)) ? byReciprocal(n, d, 1.0f) : n / d; }
+inline Channel quotient(Channel n, Channel d) { return n / d; }
 
 // What two pixels cover of each other, after T. Porter and T. Duff, "Compositing digital images", 1984: base alone, layer alone
 // and both, as shares of their sum. The order of that sum is bits, and the caller's.

@@ -22,18 +22,18 @@ BLEND_METHOD_BY_ALPHAS(BitmapColorBurnB, erasing(perChannelUnder(alphaAB, zeroAt
 BLEND_METHOD(BitmapDarkerColor, darkerColor)
 
 BLEND_METHOD(BitmapLighten, perShort(whole::lighten))
-BLEND_METHOD_BY_ALPHAS(BitmapScreen, unlessBaseIsClear(perChannel(screen)))
+BLEND_METHOD_BY_ALPHAS(BitmapScreen, withOpaque(unlessBaseIsClear(perChannel(screen)), whole::opaqueScreen))
 BLEND_METHOD(BitmapColorDodge, colorDodge)
 BLEND_METHOD(BitmapLinearDodge, perShort(whole::linearDodge))
 BLEND_METHOD(BitmapLighterColor, lighterColor)
 
-BLEND_METHOD_BY_ALPHAS(BitmapOverlayC, perChannel(overlayC))
+BLEND_METHOD_BY_ALPHAS(BitmapOverlayC, withOpaque(perChannel(overlayC), whole::opaqueOverlayC))
 BLEND_METHOD_BY_ALPHAS(BitmapSoftLight, unlessBaseIsClear(perChannel(softLight)))
 BLEND_METHOD(BitmapHardLight, perShort(whole::hardLight))
 BLEND_METHOD(BitmapHardLightB, perShortUnder(whole::alphaAB, whole::hardLight))
 BLEND_METHOD_BY_ALPHAS(BitmapVividLight, unlessLayerIsClear(perChannel(vividLight)))
 BLEND_METHOD(BitmapLinearLight, perChannel(linearLight))
-BLEND_METHOD_BY_ALPHAS(BitmapLinearLightC, linearLightCPixel)
+BLEND_METHOD_BY_ALPHAS(BitmapLinearLightC, withOpaque(linearLightCPixel, mode::opaque::linearLight))
 BLEND_METHOD(BitmapPinLight, perShort(whole::pinLight))
 BLEND_METHOD(BitmapHardMix, perShort(whole::hardMix))
 

@@ -63,9 +63,9 @@ constexpr auto overlayC = RULE() {
     return over(c1, a1, a2, c1 <= a1 * 0.5f ? d * c1 * a2 * per128 * K : (a1 - inverse(d) * (a1 - c1) * per128) * a2 * K);
 };
 constexpr auto softLight = mixed(RULE() {
-    const auto x = c1 / a1;
-    return c2 <= a2 * 0.5f ? c2 * c1 * per128 + (a2 - 2.0f * c2) * (x * x)
-                           : (a2 - c2) * c1 * per128 + (2.0f * c2 - a2) * squareRoot(x);
+    const bool isDark = c2 <= a2 * 0.5f;
+    const auto x = quotient(c1, a1), t = 2.0f * c2 - a2;
+    return (isDark ? c2 : a2 - c2) * c1 * per128 + (isDark ? -t : t) * (isDark ? x * x : squareRoot(x));
 });
 // Deliberate: one formula on both sides of the middle, and 0 for the brightest layer.
 constexpr auto vividLight = RULE() {
@@ -123,6 +123,10 @@ constexpr auto pinLight = RULE() {
 };
 
 constexpr auto alphaAB = [](Shorts a1, Shorts a2) { return a1 * a2 / 255; };
+
+// Of opaque pixels.
+constexpr auto opaqueScreen   = [](Shorts c1, Shorts c2) { return 255 - quotientUp((255 - c1) * (255 - c2), 255); };
+constexpr auto opaqueOverlayC = [](Shorts c1, Shorts c2) { return overlay(c1, c2, all(255), all(255), all(255)); };
 
 // clang-format on
 

@@ -18,20 +18,17 @@ int wholeColour(JNIEnv* env, jobject base, jobject layer) {
     return blendLeavingArrays(env, base, layer, 1, bothVisible, composited(wholeColourPixel<number>));
 }
 
-constexpr auto pixelOf = [](auto formula, auto... inWhole) {
-    if constexpr (sizeof...(inWhole) > 0)
-        return onPremultiplied(inWhole...);
-    else
-        return perChannelUnder(unionAlpha, onStraight(formula));
-};
+// The rule of a mode, by the best of its formulas.
+constexpr auto ruleOf(auto formula) { return compositedOnStraight(formula); }
+constexpr auto ruleOf(auto formula, auto opaque) { return withOpaque(compositedOnStraight(formula), opaque); }
+constexpr auto ruleOf(auto, auto opaque, auto whole) { return withOpaque(composited(onPremultiplied(whole)), opaque); }
 
 }  // namespace
 
 int TkPSBlendingMode(JNIEnv* env, jobject base, jobject layer, int number) {
     if (number == 7) return wholeColour<7>(env, base, layer);
     if (number == 12) return wholeColour<12>(env, base, layer);
-    return mode::withFormula(number,
-                             [=](auto... formula) { return blendByAlphas(env, base, layer, composited(pixelOf(formula...))); });
+    return mode::withFormula(number, [=](auto... formulas) { return blendByAlphas(env, base, layer, ruleOf(formulas...)); });
 }
 
 }  // namespace LEVEL

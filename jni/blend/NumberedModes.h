@@ -9,6 +9,13 @@
 namespace LEVEL {
 namespace mode {
 
+// 2 * a * b / 255 in the dark half, and in the other one the inverse of the same of the inverses.
+template <typename Number>
+Number multiplyOrScreen(bool isDark, Number a, Number b) {
+    const Number product = 2.0f * (isDark ? a : inverse(a)) * (isDark ? b : inverse(b)) * K;
+    return isDark ? product : inverse(product);
+}
+
 // clang-format off
 
 constexpr auto none        = FORMULA { return decltype(a)(0.0f); };
@@ -20,21 +27,44 @@ constexpr auto lighten     = FORMULA { return a > b ? a : b; };
 constexpr auto screen      = FORMULA { return 255.0f - inverse(b) * inverse(a) * K; };
 constexpr auto colorDodge  = FORMULA { return b == 255.0f ? 255.0f : a + a * b / inverse(b); };
 constexpr auto linearDodge = FORMULA { return a + b; };
-constexpr auto overlay     = FORMULA { return a <= 128.0f ? 2.0f * a * b * K : 255.0f - 2.0f * inverse(a) * inverse(b) * K; };
-constexpr auto softLight   = FORMULA { return b <= 128.0f
-                                            ? 2.0f * a * b * K + (a * K) * (a * K) * (255.0f - 2.0f * b)
-                                            : 2.0f * a * inverse(b) * K + squareRoot(a * K) * (2.0f * b - 255.0f); };
-constexpr auto hardLight   = FORMULA { return b <= 128.0f ? 2.0f * a * b * K : 255.0f - 2.0f * inverse(a) * inverse(b) * K; };
-constexpr auto vividLight  = FORMULA { return b == 0.0f   ? 0.0f
-                                            : b <= 128.0f ? a - inverse(a) * (255.0f - 2.0f * b) / (2.0f * b)
-                                            : b < 255.0f  ? a + a * (2.0f * b - 255.0f) / (2.0f * inverse(b)) : 255.0f; };
+constexpr auto overlay     = FORMULA { return multiplyOrScreen(a <= 128.0f, a, b); };
+constexpr auto softLight   = FORMULA { const bool isDark = b <= 128.0f;
+                                       const auto x = a * K, t = 2.0f * b - 255.0f;
+                                       return 2.0f * a * (isDark ? b : inverse(b)) * K + (isDark ? x * x : squareRoot(x)) * (isDark ? -t : t); };
+constexpr auto hardLight   = FORMULA { return multiplyOrScreen(b <= 128.0f, a, b); };
+constexpr auto vividLight  = FORMULA { const bool isDark = b <= 128.0f;
+                                       const auto t = 2.0f * b - 255.0f;
+                                       const auto v = a + (isDark ? inverse(a) : a) * t / (2.0f * (isDark ? b : inverse(b)));
+                                       return b == 0.0f ? 0.0f : b < 255.0f ? v : 255.0f; };
 constexpr auto linearLight = FORMULA { return a + 2.0f * b - 255.0f; };
-constexpr auto pinLight    = FORMULA { const auto t = 2.0f * b - 255.0f; return t < a ? (2.0f * b >= a ? a : 2.0f * b) : t; };
+constexpr auto pinLight    = FORMULA { const auto t = 2.0f * b - 255.0f, low = 2.0f * b < a ? 2.0f * b : a; return t < low ? low : t; };
 constexpr auto hardMix     = FORMULA { return a + b >= 255.0f ? decltype(a)(255.0f) : decltype(a)(0.0f); };
 constexpr auto difference  = FORMULA { return magnitude(a - b); };
 constexpr auto exclusion   = FORMULA { return a + b - 2.0f * a * b * K; };
 constexpr auto subtract    = FORMULA { return a - b; };
 constexpr auto divide      = FORMULA { return b == 0.0f ? 255.0f : straight(a, b); };
+
+// The bytes of opaque pixels by these formulas, in whole numbers.
+namespace opaque {
+
+// What 255 loses by products / 255. K is a hair above 1 / 255, which costs quotients without a rest 1 more from 129 on.
+inline Shorts lostBy(Shorts products) { return lesser((products + 254 + (products >> 15)) / 255, all(255)); }
+
+constexpr auto darken      = FORMULA { return lesser(a, b); };
+constexpr auto multiply    = FORMULA { return a * b / 255; };
+constexpr auto linearBurn  = FORMULA { return greater(a + b, all(255)) - 255; };
+constexpr auto lighten     = FORMULA { return greater(a, b); };
+constexpr auto screen      = FORMULA { return 255 - lostBy((255 - a) * (255 - b)); };
+constexpr auto linearDodge = FORMULA { return lesser(a + b, all(255)); };
+constexpr auto overlay     = FORMULA { return a <= 128 ? lesser(2 * a * b / 255, all(255)) : 255 - lostBy(2 * (255 - a) * (255 - b)); };
+constexpr auto hardLight   = FORMULA { return overlay(b, a); };
+constexpr auto linearLight = FORMULA { return lesser(greater(a + 2 * b, all(255)) - 255, all(255)); };
+constexpr auto pinLight    = FORMULA { return greater(lesser(a, 2 * b) + 255, 2 * b) - 255; };
+constexpr auto hardMix     = FORMULA { return a + b < 255 ? all(0) : all(255); };
+constexpr auto difference  = FORMULA { return greater(a, b) - lesser(a, b); };
+constexpr auto subtract    = FORMULA { return greater(a, b) - b; };
+
+}  // namespace opaque
 
 // What of a mode both pixels cover together, times 255 * 255, in whole numbers: f * a1 * a2 for the formula's f of straight
 // channels, which no longer divides then, since c1 * 255 / a1 times a1 * a2 is 255 * c1 * a2. It is capped by a1 * a2.
@@ -50,30 +80,30 @@ constexpr auto hardMix     = RULE() { return c2 * a1 < a1 * a2 - lesser(c1 * a2,
 
 // clang-format on
 
-// Calls `use` with the formula of a mode, and with that in whole numbers where there is one; modes 7 and 12 have none for a
-// single channel.
+// Calls `use` with the formula of a mode, and with those in whole numbers: for opaque pixels and for all, where there is one.
+// Modes 7 and 12 have none for a single channel.
 template <typename Use>
 auto withFormula(int number, Use use) {
     // clang-format off
     switch (number) {
-        case 3:  return use(darken, whole::darken);
-        case 4:  return use(multiply, whole::multiply);
+        case 3:  return use(darken, opaque::darken, whole::darken);
+        case 4:  return use(multiply, opaque::multiply, whole::multiply);
         case 5:  return use(colorBurn);
-        case 6:  return use(linearBurn);
-        case 8:  return use(lighten, whole::lighten);
-        case 9:  return use(screen);
+        case 6:  return use(linearBurn, opaque::linearBurn);
+        case 8:  return use(lighten, opaque::lighten, whole::lighten);
+        case 9:  return use(screen, opaque::screen);
         case 10: return use(colorDodge);
-        case 11: return use(linearDodge, whole::linearDodge);
-        case 13: return use(overlay);
+        case 11: return use(linearDodge, opaque::linearDodge, whole::linearDodge);
+        case 13: return use(overlay, opaque::overlay);
         case 14: return use(softLight);
-        case 15: return use(hardLight);
+        case 15: return use(hardLight, opaque::hardLight);
         case 16: return use(vividLight);
-        case 17: return use(linearLight);
-        case 18: return use(pinLight);
-        case 19: return use(hardMix, whole::hardMix);
-        case 20: return use(difference);
+        case 17: return use(linearLight, opaque::linearLight);
+        case 18: return use(pinLight, opaque::pinLight);
+        case 19: return use(hardMix, opaque::hardMix, whole::hardMix);
+        case 20: return use(difference, opaque::difference);
         case 21: return use(exclusion);
-        case 22: return use(subtract);
+        case 22: return use(subtract, opaque::subtract);
         case 23: return use(divide);
         default: return use(none);
     }
@@ -113,11 +143,16 @@ constexpr auto onStraight(Formula formula) {
     return RULE(formula) {
         const auto b = quotient(c1, a1, 255.0f), s = quotient(c2, a2, 255.0f);
         const auto f = clamped<decltype(c1)>(formula(b, s), 255.0f);
+        if (isKnownFull(a1) && isKnownFull(a2)) return capped(f * top * K, top);
         const Coverage parts(a1, a2);
         const auto mix = parts.mix(parts.both + (parts.layer + parts.base), b, s, f);
         return clamped(clamped<decltype(c1)>(mix, 255.0f) * top * K, top);
     };
 }
+
+constexpr auto compositedOnStraight = [](auto formula) {
+    return composited(perChannelUnder(unionAlpha, onStraight(formula)));
+};
 
 // The same in whole numbers. The weights' total is 255 times the union alpha, which cancels, and a channel is
 // (c1 * (255 - a2) + c2 * (255 - a1) + both) / 255 = c1 + c2 - (c1 * a2 + c2 * a1 - both) / 255 truncated; what is taken away

@@ -81,4 +81,31 @@ constexpr auto composited(InVectors<Rule> vectors) {
     }};
 }
 
+// A rule, and a formula of whole numbers for the straight channels of pixels that are opaque.
+template <typename AnyRule, typename OpaqueRule>
+struct WithOpaque {
+    AnyRule any;
+    OpaqueRule opaque;
+};
+
+template <typename AnyRule, typename Formula>
+constexpr auto withOpaque(AnyRule any, Formula formula) {
+    return WithOpaque{any, InVectors{[=](Words base, Words layer) {
+        return wordsOf(formula(lowOf(base), lowOf(layer)), formula(highOf(base), highOf(layer))) | alphaBits;
+    }}};
+}
+
+template <typename AnyRule, typename OpaqueRule>
+void blendRow(StoredWord* row1, const StoredWord* row2, std::int64_t width, WithOpaque<AnyRule, OpaqueRule> rules) {
+    blendRow(row1, row2, width, rules.any);
+}
+template <typename AnyRule, typename OpaqueRule>
+constexpr auto forOpaque(WithOpaque<AnyRule, OpaqueRule> rules) {
+    return rules.opaque;
+}
+template <typename AnyRule, typename OpaqueRule>
+constexpr auto forClear(WithOpaque<AnyRule, OpaqueRule> rules) {
+    return forClear(rules.any);
+}
+
 }  // namespace LEVEL

@@ -71,10 +71,10 @@ void tintRow(StoredWord* row, std::size_t width, const jfloat (&colour)[3], floa
     const Factors r(colour[0]), g(colour[1]), b(colour[2]);
     const float rest = 1.0f - intensity;
     const auto rule = tinted(colour, intensity);
-    inPieces<most>(0, std::int64_t(width), [&](std::int64_t begin, std::int64_t length) {
+    auto piece = [&](std::int64_t begin, std::int64_t length, auto known) {
         Word results[most], near = 0;
         for (std::int64_t x = 0; x < length; ++x) {
-            const Word word = row[begin + x];
+            const Word word = known(row[begin + x]);
             const float Y = lesser(straightLuminance(word), 255.0f);
             const bool isDark = Y < 127.5f;
             const float y = (isDark ? 2.0f * Y : -2.0f * (255.0f - Y)) * K, light = Y == 255.0f ? 255.5f : 255.0f;
@@ -91,7 +91,11 @@ void tintRow(StoredWord* row, std::size_t width, const jfloat (&colour)[3], floa
             results[x] = alphaOf(word) | byte(red, r) | byte(green, g) | byte(blue, b);
             near |= farthest > 0.5f - margin ? 1 : 0;
         }
-        for (std::int64_t x = 0; x < length; ++x) row[begin + x] = near ? rule(row[begin + x]) : results[x];
+        if (near != 0) return changeRow(row + begin, length, rule);
+        for (std::int64_t x = 0; x < length; ++x) row[begin + x] = results[x];
+    };
+    inPiecesByAlphas(row, std::int64_t(width), [&](std::int64_t first, std::int64_t all, auto known) {
+        inPieces<most>(first, first + all, [&](std::int64_t begin, std::int64_t length) { piece(begin, length, known); });
     });
 }
 
@@ -145,7 +149,7 @@ int BitmapHaze(JNIEnv* env, jobject bitmap, float distance, float slope) {
             const float t = float(y) * slope / float(pixels.height - 1) + distance;
             StoredWord* row = pixels.row(y);
             if (isModerate(t))
-                changeRow(row, pixels.width, shortlyUnhazed(t));
+                changeRowByAlphas(row, pixels.width, shortlyUnhazed(t));
             else
                 changeRow(row, pixels.width, unhazed(t));
         }

@@ -8,7 +8,7 @@ namespace LEVEL {
 // A weighted sum of nine pixels, the first two terms first, under the alpha of the middle one.
 static Word weighted(const Word (&words)[9], const float (&k)[9]) {
     constexpr int centre = 4;
-    const Channel a = channelOf(words[centre], alpha);
+    const Tone a = toneOf(words[centre], alpha);
     auto byte = [&](int c) ALWAYS_INLINE {
         auto tap = [&](int t) { return straightOf(words[t], c); };
         // Written out, since clang unrolls a loop here too late to vectorise the one around it.

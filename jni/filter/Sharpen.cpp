@@ -10,7 +10,7 @@ struct Sharpened {
 
     // The neighbours give a straight channel each. Deliberate: the centre is taken premultiplied.
     Word operator()(Word centre, auto left, auto up, auto right, auto down) const {
-        const Channel a = channelOf(centre, alpha);
+        const Tone a = toneOf(centre, alpha);
         auto byte = [=, this](int c) {
             auto less = [=, this](Channel v, auto neighbour) { return fused(-neighbour(c), s, v); };
             const Channel v = less(less(less(less(channelOf(centre, c) * w, left), up), right), down);

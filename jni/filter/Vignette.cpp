@@ -20,13 +20,15 @@ int BitmapVignette(JNIEnv* env, jobject bitmap, jfloatArray centre, jintArray co
             for (std::size_t y = 0; y < pixels.height; ++y) {
                 const float dy = float(y) / float(pixels.height) - middle.at[1];
                 StoredWord* row = pixels.row(y) + left;
-                for (std::int64_t x = 0; x < length; ++x) {
-                    const float d = distance(columns[x], dy);
-                    const float t = d <= start ? 0.0f : d >= end ? 1.0f : (d - start) / ramp;
-                    row[x] = filtered(row[x], [=](Channel c, int shift) {
-                        return fused(c, 1.0f - t, (shift == red ? edgeRed : shift == green ? edgeGreen : edgeBlue) * t);
-                    });
-                }
+                inPiecesByAlphas(row, length, [=, &columns](std::int64_t begin, std::int64_t count, auto known) {
+                    for (std::int64_t x = begin; x < begin + count; ++x) {
+                        const float d = distance(columns[x], dy);
+                        const float t = d <= start ? 0.0f : d >= end ? 1.0f : (d - start) / ramp;
+                        row[x] = filtered(known(row[x]), [=](Channel c, int shift) {
+                            return fused(c, 1.0f - t, (shift == red ? edgeRed : shift == green ? edgeGreen : edgeBlue) * t);
+                        });
+                    }
+                });
             }
         });
     });

@@ -49,20 +49,28 @@ void changeRow(StoredWord* row, std::int64_t width, PixelRule rule) {
     for (std::int64_t x = 0; x < width; ++x) row[x] = rule(row[x]);
 }
 
-// The same for a rule that pays for a look at the alphas.
-template <typename PixelRule>
-void changeRowByAlphas(StoredWord* row, std::int64_t width, PixelRule rule) {
+// Calls piece(begin, length, known) for one piece of a row after the other, where known(word) is the word, with what all alphas
+// of the piece have in common.
+template <typename Piece>
+void inPiecesByAlphas(const StoredWord* row, std::int64_t width, Piece piece) {
     inPieces<pieceLength>(0, width, [=](std::int64_t begin, std::int64_t length) {
-        StoredWord* const piece = row + begin;
-        fetchAhead(piece);
-        auto wordAt = [=](std::int64_t x) { return Word(piece[x]); };
+        fetchAhead(row + begin);
+        auto wordAt = [=](std::int64_t x) { return Word(row[begin + x]); };
         const Alphas alphas = alphasOf(length, wordAt, wordAt);
         if (alphas == Alphas::full)
-            changeRow(piece, length, [=](Word word) { return rule(word | alphaBits); });
+            piece(begin, length, [](Word word) { return word | alphaBits; });
         else if (alphas == Alphas::none)
-            changeRow(piece, length, [=](Word word) { return rule(word & ~alphaBits); });
+            piece(begin, length, [](Word word) { return word & ~alphaBits; });
         else
-            changeRow(piece, length, rule);
+            piece(begin, length, [](Word word) { return word; });
+    });
+}
+
+// A row by a rule that pays for a look at the alphas.
+template <typename PixelRule>
+void changeRowByAlphas(StoredWord* row, std::int64_t width, PixelRule rule) {
+    inPiecesByAlphas(row, width, [=](std::int64_t begin, std::int64_t length, auto known) {
+        changeRow(row + begin, length, [=](Word word) { return rule(known(word)); });
     });
 }
 

@@ -32,10 +32,15 @@ inline bool isVisible(Word word) { return alphaOf(word) != 0; }
 inline Channel inverse(Channel c) { return 255.0f - c; }
 inline Tone inverse(Tone c) { return 255.0f - c; }
 
+// Whether the compiler knows that an alpha is full, as in pieces that are opaque throughout. What it leads away is nothing for
+// bytes, which no compiler sees.
+inline bool isKnownFull(Tone a) { return isKnown(float(a)) && a == 255.0f; }
+inline bool isKnownFull(Channel) { return false; }  // may stand beside infinities
+
 // The straight (un-premultiplied) value of a channel under an alpha above 0, 0 to 255 for a valid pixel.
 template <typename Number>
 Number straight(Number c, Number a) {
-    return c * 255.0f / a;
+    return isKnownFull(a) ? c : c * 255.0f / a;
 }
 
 // ---- Channels in ----------------------------------------------------------------------------------------------------------
@@ -79,6 +84,7 @@ Channel wholeByte(Number value) {
 // The channels of a transparent pixel, whose scale would be infinite, are taken as they are. Quotients of bytes by a are 1 / a
 // apart: half of that, added before the truncation, lets one division serve three channels.
 inline Tone wholeStraight(Word word, int shift) {
+    if (isKnownFull(toneOf(word, alpha))) return toneOf(word, shift);
     const Channel quotient = 255.0f / channelOf(word, alpha), scale = quotient <= 255.0f ? quotient : 1.0f;
     return Tone::of(whole(roughly(channelOf(word, shift), scale, scale * (0.5f / 255.0f))));
 }
