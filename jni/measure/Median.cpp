@@ -81,7 +81,7 @@ private:
 // The brightness at a rank of a band of few pixels: bit by bit, of a list of them.
 class Few {
 public:
-    static constexpr std::uint32_t most = 2048;
+    static constexpr std::uint32_t most = 8192;
 
     Few(Pixels pixels, const Band& band) {
         eachPiece(pixels, [&](const StoredWord* row, std::int64_t length) {
@@ -152,7 +152,7 @@ float counted(Pixels pixels, const Band& band, std::uint32_t rank) {
 float median(Pixels pixels) {
     constexpr float values = float(Counts::values), last = values - 1.0f, huge = 0x1p30f;
     Band band{0.0f, 1.0f, 0.0f, huge};
-    if (pixels.count() <= Few::most) {
+    if (pixels.count() <= Few::most / 4) {
         const Few few(pixels, band);
         return few.size() == 0 ? 0.0f : few.at(few.size() / 2);
     }
