@@ -150,9 +150,7 @@ constexpr auto onStraight(Formula formula) {
     };
 }
 
-constexpr auto compositedOnStraight = [](auto formula) {
-    return composited(perChannelUnder(unionAlpha, onStraight(formula)));
-};
+constexpr auto compositedOnStraight = [](auto formula) { return composited(perChannelUnder(unionAlpha, onStraight(formula))); };
 
 // The same in whole numbers. The weights' total is 255 times the union alpha, which cancels, and a channel is
 // (c1 * (255 - a2) + c2 * (255 - a1) + both) / 255 = c1 + c2 - (c1 * a2 + c2 * a1 - both) / 255 truncated; what is taken away

@@ -91,8 +91,8 @@ struct WithOpaque {
 template <typename AnyRule, typename Formula>
 constexpr auto withOpaque(AnyRule any, Formula formula) {
     return WithOpaque{any, InVectors{[=](Words base, Words layer) {
-        return wordsOf(formula(lowOf(base), lowOf(layer)), formula(highOf(base), highOf(layer))) | alphaBits;
-    }}};
+                          return wordsOf(formula(lowOf(base), lowOf(layer)), formula(highOf(base), highOf(layer))) | alphaBits;
+                      }}};
 }
 
 template <typename AnyRule, typename OpaqueRule>

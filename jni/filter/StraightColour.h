@@ -10,9 +10,7 @@ inline Channel straightOf(Word word, int shift) { return Channel(wholeStraight(w
 
 // The byte of a straight value, 0 to 255, under an alpha. For whole values the product may be taken in any order.
 inline Word premultiplied(Channel value, Channel a) { return stored(value * a * K); }
-inline Word wholePremultiplied(Channel value, Tone a) {
-    return stored(isKnownFull(a) ? value : value * (Channel(a) * K));
-}
+inline Word wholePremultiplied(Channel value, Tone a) { return stored(isKnownFull(a) ? value : value * (Channel(a) * K)); }
 
 // A value, 0 to 255, truncated before it is premultiplied; a full alpha leaves that to the byte.
 inline Channel wholeUnder(Tone a, Channel value) { return isKnownFull(a) ? value : whole(value); }
