@@ -82,18 +82,22 @@ def check_libraries(aar, symbols):
 
 
 def check_classes(jar):
-    """Java 8's level, and no class named but java.lang's, the platform's bitmap and its own."""
-    names = [name for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")]
-    demand(names == [natives_class.replace(".", "/") + ".class"], f"class files are {names}")
-    listing = run("javap", "-verbose", "-private", "-classpath", jar, natives_class)
-    demand("major version: 52" in listing, "not of Java 8's level")
-    named = set(re.findall(r"= Class +#\d+ +// +(\S+)", listing))
-    for constant in re.findall(r"= Utf8 +(\S+)", listing):
-        named |= set(re.findall(r"L([\w/$]+);", constant))
-    own = natives_class.replace(".", "/")
-    for name in sorted(named):
-        demand(re.fullmatch(rf"java/lang/\w+|android/graphics/Bitmap|{own}", name), f"refers to {name}")
-    demand("android/graphics/Bitmap" in named, "the listing of the class could not be read")
+    """One of each source, at Java 8's level; no class named but java.lang's, the platform's bitmap and its own."""
+    classes = [name.removesuffix(".class") for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")]
+    sources = {source.relative_to(root / "java").with_suffix("").as_posix() for source in (root / "java").rglob("*.java")}
+    demand({name.split("$")[0] for name in classes} == sources, f"class files are {classes}")
+    # What a lambda needs is rewritten for Android by whoever builds the application.
+    lambdas = r"invoke/(?:LambdaMetafactory|CallSite|MethodHandles?|MethodHandles\$Lookup|MethodType)"
+    for of in classes:
+        listing = run("javap", "-verbose", "-private", "-classpath", jar, of.replace("/", "."))
+        demand("major version: 52" in listing, f"{of} is not of Java 8's level")
+        named = set(re.findall(r"= Class +#\d+ +// +([^\s\"]+)", listing))
+        for constant in re.findall(r"= Utf8 +(\S+)", listing):
+            named |= set(re.findall(r"L([\w/$]+);", constant))
+        for name in sorted(named - set(classes)):
+            known = re.fullmatch(rf"java/lang/(?:\w+|{lambdas})|android/graphics/Bitmap(?:\$Config)?", name)
+            demand(known, f"{of} refers to {name}")
+        demand("android/graphics/Bitmap" in named, f"the listing of {of} could not be read")
 
 
 def check_rules(aar, scratch):

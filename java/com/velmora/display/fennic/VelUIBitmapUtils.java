@@ -5,10 +5,13 @@ import android.graphics.Bitmap;
 /**
  * Icon analysis, layer blends, effects and filters on {@link Bitmap}s, done by the native library {@code libfennic}.
  *
+ * <p><b>By name.</b> {@link Blend}, {@link StraightBlend}, {@link Effects} and {@link IconMetrics} call these natives under
+ * plain names, look at the arguments first, and throw exceptions with words instead of returning a status.
+ *
  * <p><b>Pixels.</b> A pixel is four bytes, red, green, blue and alpha, each 0 to 255, its colour premultiplied by its alpha:
  * RGBA_8888 to native code, {@code Bitmap.Config.ARGB_8888} to Java. An operation works in place, at once, without scaling or
  * offset: the layer's pixel of the same row and column belongs to the base's pixel. A bitmap that is written must be mutable;
- * that is for the caller to see to. In the formulas:
+ * that is for the caller to see to, for an immutable one is written all the same. In the formulas:
  * <ul>
  * <li>{@code c1}, {@code a1} are a colour channel and the alpha of the base, {@code c2}, {@code a2} those of the layer (or
  *     mask); {@code r}, {@code g}, {@code b}, {@code c}, {@code a} are red, green, blue, any of the three, and alpha where only
@@ -39,6 +42,13 @@ import android.graphics.Bitmap;
  *
  * <p><b>Threads.</b> Every method runs to completion on the calling thread and may be called on any. Nothing is kept between
  * calls. Calls on different bitmaps are independent; calls that share a bitmap are for the caller to keep apart.
+ *
+ * <p><b>Log.</b> Two overlays, {@link #nativeBitmapHandle13} and {@link #nativeBitmapHandle13B}, log every call:
+ * {@code Rect is 0, 0, width, height} of the base. The line goes to the platform's log, with the priority debug and the tag
+ * {@code jni/KorvGraphics2D}, and without a line break to the process's standard error stream. On Android
+ * {@code adb logcat jni/KorvGraphics2D:S} leaves it out of what is shown; no property can silence that tag, for none may have a
+ * slash in its name. On a desktop Debian's log prints nothing, and the other copy is not what {@link System#setErr} redirects:
+ * {@code 2>/dev/null} is. {@link #nativeBitmapHandle13C} and {@link #nativeTkPSBlendingMode} log nothing.
  *
  * <p><b>Sources.</b> A blend marked "W3C blending" follows the mode of its name in
  * <a href="https://www.w3.org/TR/compositing-1/#blending">Compositing and Blending Level 1, section 10</a>; the special cases
@@ -87,6 +97,9 @@ public final class VelUIBitmapUtils {
      *
      * <p>The rectangle is clipped to the bitmap. A negative {@code x} or {@code y} becomes 0 without shortening the rectangle:
      * {@code x = -5} with {@code width = 10} covers the columns 0 to 9.
+     *
+     * <p>The sums of the channels have 32 bits and wrap: above 16,843,009 pixels that take part, which is 4104 by 4104, the
+     * averages may be wrong.
      *
      * @param bitmap the bitmap to measure
      * @param x the rectangle's first column
@@ -287,8 +300,7 @@ public final class VelUIBitmapUtils {
     /**
      * Overlay: multiplies where the base is dark and screens where it is light.
      * {@code c1 = clamp(c1 <= a1 / 2 ? c1 * c2 / 128 : a1 - (255 - c2) * (a1 - c1) / 128, a1)}. The layer's alpha is not read.
-     * Every call writes the base's size to the debug log and to the standard error stream. W3C blending with the base's alpha
-     * as full scale.
+     * Every call logs the base's size, see {@link VelUIBitmapUtils}. W3C blending with the base's alpha as full scale.
      *
      * @param base the bitmap that is written
      * @param layer the bitmap laid over it
@@ -299,7 +311,7 @@ public final class VelUIBitmapUtils {
     /**
      * Overlay B: overlay under the product of both alphas, which becomes the base's alpha. With {@code P = a1 * a2 * K} it is
      * {@code c1 = clamp(c1 <= a1 / 2 ? c1 * c2 / 128 : P - (a2 - c2) * (a1 - c1) / 128, P)}; then {@code a1 = P}. Every call
-     * writes the base's size to the debug log and to the standard error stream.
+     * logs the base's size, see {@link VelUIBitmapUtils}.
      *
      * @param base the bitmap that is written, alpha included
      * @param layer the bitmap laid over it

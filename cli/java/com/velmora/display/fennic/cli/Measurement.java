@@ -1,7 +1,7 @@
 package com.velmora.display.fennic.cli;
 
 import android.graphics.Bitmap;
-import com.velmora.display.fennic.VelUIBitmapUtils;
+import com.velmora.display.fennic.IconMetrics;
 
 /**
  * What the library measures of an icon. The average is red, green, blue and alpha as stored, that is premultiplied; the cut-off
@@ -14,20 +14,9 @@ record Measurement(
     Float median) {
 
     static Measurement of(Bitmap bitmap) {
-        int width = bitmap.getWidth();
-        int height = bitmap.getHeight();
-        int[] average = new int[4];
-        int[] cutOff = new int[4];
-        int[] square = new int[4];
-        VelUIBitmapUtils.nativeGetBitmapAverageColorInRect2(bitmap, 0, 0, width, height, average);
-        VelUIBitmapUtils.nativeGetBitmapTransparentCutOffRect(bitmap, 0, cutOff);
-        // The native takes the distances between the inclusive edges and makes sizes of them itself.
-        int[] box = {cutOff[0], cutOff[1], cutOff[2] - cutOff[0], cutOff[3] - cutOff[1]};
-        boolean oblong = VelUIBitmapUtils.nativeGetIconBitmapInfo(box, square);
-        int visible = VelUIBitmapUtils.nativeGetBitmapVisiblePointNum(bitmap);
-        int invisible = VelUIBitmapUtils.nativeGetBitmapInvisiblePointNum(bitmap);
-        float outside = VelUIBitmapUtils.nativeGetBitmapInvisibleAreaPrecent(bitmap, 0);
-        Float median = visible > 0 ? VelUIBitmapUtils.nativeBitmapGetMedian(bitmap) : null;
-        return new Measurement(width, height, visible, invisible, outside, average, cutOff, oblong ? square : null, median);
+        IconMetrics metrics = IconMetrics.of(bitmap);
+        Float median = metrics.visibleCount() > 0 ? metrics.medianBrightness() : null;
+        return new Measurement(metrics.width(), metrics.height(), metrics.visibleCount(), metrics.invisibleCount(),
+            metrics.outsideShare(), metrics.averageChannels(), metrics.contentBounds(), metrics.squareCanvas(), median);
     }
 }

@@ -26,7 +26,7 @@ public record Operation(
     String summary) {
 
     /** A value, which may depend on the size of the picture that it is for. */
-    interface Value {
+    public interface Value {
         Object in(Bitmap picture);
     }
 
@@ -69,7 +69,7 @@ public record Operation(
         }
 
         private Object fixed(String text) {
-            return switch (type) {
+            return switch (typeWithoutLength()) {
                 case "int" -> Integer.decode(text);
                 case "float" -> Float.valueOf(text);
                 case "double" -> Double.valueOf(text);
@@ -123,13 +123,17 @@ public record Operation(
                 String suffix = size.group(3) == null || type.equals("int") ? "" : type.equals("float") ? "f" : ".0";
                 return side.replaceAll("([*/])", " $1 ") + suffix;
             }
-            return switch (type) {
+            return switch (typeWithoutLength()) {
                 case "bitmap" -> name;
                 case "float" -> initial + "f";
                 case "int[]", "float[]" ->
-                    "new " + type + " {" + initial.replace(",", ", ").replaceAll("(\\.\\d+)", "$1f") + "}";
+                    "new " + typeWithoutLength() + " {" + initial.replace(",", ", ").replaceAll("(\\.\\d+)", "$1f") + "}";
                 default -> initial;
             };
+        }
+
+        private String typeWithoutLength() {
+            return type.replaceAll("\\d", "");
         }
 
         public boolean isBitmap() {
@@ -139,6 +143,16 @@ public record Operation(
         /** Whether its value makes a difference that a person can choose. */
         boolean isValue() {
             return !isBitmap() && !type.equals("object") && !name.startsWith("ignored");
+        }
+
+        /** Whether it is an array that a native writes and does not read. */
+        boolean isResult() {
+            return initial == null;
+        }
+
+        /** Whether the call by name takes it. */
+        public boolean isTyped() {
+            return isBitmap() || isValue() && !isResult();
         }
 
         /** Whether it is left to the caller. */
@@ -164,7 +178,7 @@ public record Operation(
     }
 
     /** What can be called, a numbered operation once for each of its numbers. */
-    static List<Operation> all() {
+    public static List<Operation> all() {
         return Loaded.OPERATIONS;
     }
 
@@ -206,9 +220,10 @@ public record Operation(
     }
 
     /** What the native takes to change the result, which starts as a copy of the picture. */
-    Object[] arguments(Bitmap result, Bitmap picture, Bitmap layer, Map<String, Value> values) {
+    public Object[] arguments(Bitmap result, Bitmap picture, Bitmap layer, Map<String, Value> values) {
         return parameters.stream()
             .map(p -> p.isBitmap() ? p.prepared(result, picture, layer)
+                : p.isResult() ? new int[Integer.parseInt(p.type.replaceAll("\\D", ""))]
                 : values.getOrDefault(p.name, p.value(p.initial)).in(picture))
             .toArray();
     }
@@ -218,6 +233,28 @@ public record Operation(
         String bitmap = parameters.get(0).name;
         String arguments = parameters.stream().map(parameter -> parameter.literal(bitmap)).collect(joining(", "));
         return "VelUIBitmapUtils." + nativeName + "(" + arguments + ");";
+    }
+
+    /** The same call by name; what the native writes into an array comes back from it. */
+    public String typedCall() {
+        if (kind.equals("BLEND")) {
+            return (isNumbered() ? "StraightBlend." + constant(like(listed(), parameters.get(2).initial))
+                : "Blend." + constant(name)) + ".apply(base, layer);";
+        }
+        String bitmap = parameters.get(0).name;
+        String arguments = parameters.stream()
+            .filter(Parameter::isTyped)
+            .map(parameter -> parameter.literal(bitmap))
+            .collect(joining(", "));
+        return (kind.matches("EFFECT|FILTER") ? "Effects." : "IconMetrics.") + camelCase() + "(" + arguments + ");";
+    }
+
+    private static String constant(String name) {
+        return name.toUpperCase(Locale.ROOT).replace('-', '_');
+    }
+
+    public String camelCase() {
+        return Pattern.compile("-(\\w)").matcher(name).replaceAll(match -> match.group(1).toUpperCase(Locale.ROOT));
     }
 
     /** The Java class's method; null where the operation has no native. */
@@ -266,8 +303,8 @@ public record Operation(
         }
         if (kind.equals("BLEND")) {
             parameters.addAll(0, List.of(Parameter.bitmap("base", "result"), Parameter.bitmap("layer", "layer")));
-        } else if (List.of("EFFECT", "FILTER").contains(kind) && parameters.stream().noneMatch(Parameter::isBitmap)) {
-            parameters.add(0, Parameter.bitmap("bitmap", "result"));
+        } else if (kind.matches("MEASURE|EFFECT|FILTER") && parameters.stream().noneMatch(Parameter::isBitmap)) {
+            parameters.add(0, Parameter.bitmap("bitmap", kind.equals("MEASURE") ? "input" : "result"));
         }
         return new Operation(kind, match.group(2), match.group(5), match.group(6), match.group(7),
             Set.copyOf(words(match.group(8))), List.copyOf(parameters), match.group(10));
@@ -290,14 +327,18 @@ public record Operation(
         }
         return IntStream.rangeClosed(Integer.parseInt(ranged.initial), Integer.parseInt(ranged.last)).mapToObj(number -> {
             Parameter fixed = new Parameter(ranged.name, ranged.type, "" + number, "" + number, null, null);
-            // The numbers of the modes are those in the names of the natives that blend alike.
-            String like = listed.stream()
-                .filter(operation -> operation.nativeName.equals("nativeBitmapHandle" + number))
-                .map(Operation::name)
-                .collect(joining());
             return new Operation(kind, nativeName, name + "-" + number, frame, family, traits,
-                parameters.stream().map(parameter -> parameter == ranged ? fixed : parameter).toList(), summary + ": " + like);
+                parameters.stream().map(parameter -> parameter == ranged ? fixed : parameter).toList(),
+                summary + ": " + like(listed, fixed.initial));
         });
+    }
+
+    /** The blend that a mode is like: the numbers of the modes are those in the names of the natives that blend alike. */
+    private static String like(List<Operation> listed, String number) {
+        return listed.stream()
+            .filter(operation -> operation.nativeName.equals("nativeBitmapHandle" + number))
+            .map(Operation::name)
+            .collect(joining());
     }
 
     /** How far a mistyped name is from a known one or from one of its words; nothing where it is a part of it. */
