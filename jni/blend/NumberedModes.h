@@ -146,7 +146,7 @@ constexpr auto onStraight(Formula formula) {
     return RULE(formula) {
         const auto b = quotient(c1, a1, 255.0f), s = quotient(c2, a2, 255.0f);
         const auto f = clamped<decltype(c1)>(formula(b, s), 255.0f);
-        if (isKnownFull(a1) && isKnownFull(a2)) return capped(f * top * K, top);
+        if (isKnownFull(a1) && isKnownFull(a2)) return f * top * K;  // less than 256
         const Coverage parts(a1, a2);
         const auto mix = parts.mix(parts.both + (parts.layer + parts.base), b, s, f);
         return clamped(clamped<decltype(c1)>(mix, 255.0f) * top * K, top);
