@@ -16,8 +16,6 @@ import javax.imageio.stream.MemoryCacheImageInputStream;
  * <p>Where something could be done about an image that is not decoded, or not encoded, the logger "BitmapFactory" says what.
  */
 public class BitmapFactory {
-    private static final Logger LOG = Logger.getLogger("BitmapFactory");
-
     /** What is wanted of an image, and what is said about it. */
     public static class Options {
         /** Nothing is decoded: the result is null, and the fields below say what it would be. */
@@ -218,7 +216,7 @@ public class BitmapFactory {
 
     /** Null, once the log has the reason. */
     static Picture refuse(String reason) {
-        LOG.warning(reason);
+        Logger.getLogger("BitmapFactory").warning(reason);
         return null;
     }
 }

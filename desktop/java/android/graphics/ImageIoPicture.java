@@ -11,7 +11,6 @@ import java.awt.image.WritableRaster;
 import java.io.IOException;
 import java.io.OutputStream;
 import java.util.Arrays;
-import java.util.stream.IntStream;
 import javax.imageio.IIOImage;
 import javax.imageio.ImageIO;
 import javax.imageio.ImageReader;
@@ -40,6 +39,7 @@ final class ImageIoPicture extends Picture {
     private int stepX = 1;
     private int stepY = 1;
     private int[] palette;
+    private boolean samplesAreColors;
     private byte[] samples;
     private int[] frameRow;
 
@@ -95,7 +95,6 @@ final class ImageIoPicture extends Picture {
     void read(int stepX, int stepY) throws IOException {
         var param = reader.getDefaultReadParam();
         if (fills() && (stepX > 1 || stepY > 1)) {
-            param.setSourceRegion(new Rectangle(width / stepX * stepX, height / stepY * stepY));
             param.setSourceSubsampling(stepX, stepY, stepX / 2, stepY / 2);
         } else {
             this.stepX = stepX;
@@ -105,6 +104,7 @@ final class ImageIoPicture extends Picture {
         if (reader.getFormatName().equals("png") && image.getRaster().getNumBands() == 2) {
             clearTransparentGrey();
         }
+        samplesAreColors = samplesAreColors(image.getColorModel());
         if (image.getColorModel() instanceof IndexColorModel model) {
             palette = new int[1 << model.getPixelSize()];
             model.getRGBs(palette);
@@ -165,15 +165,14 @@ final class ImageIoPicture extends Picture {
     }
 
     private void imageRow(int y, int[] row) {
-        ColorModel model = image.getColorModel();
         if (palette != null) {
             image.getRaster().getPixels(0, y, row.length, 1, row);
             for (int x = 0; x < row.length; ++x) {
                 row[x] = palette[row[x]];
             }
-        } else if (!samplesAreColors(model)) {
+        } else if (!samplesAreColors) {
             image.getRGB(0, y, row.length, 1, row, 0, row.length);
-        } else if (model.getTransferType() == DataBuffer.TYPE_BYTE) {
+        } else if (image.getRaster().getTransferType() == DataBuffer.TYPE_BYTE) {
             samples = (byte[]) image.getRaster().getDataElements(0, y, row.length, 1, samples);
             bytesRow(image.getRaster().getNumBands(), samples, row);
         } else {
@@ -206,11 +205,16 @@ final class ImageIoPicture extends Picture {
 
     /** Where the samples can be taken as they are: getRGB would take grey for linear light and brighten it. */
     private static boolean samplesAreColors(ColorModel model) {
-        int bits = model.getTransferType() == DataBuffer.TYPE_BYTE ? 8 : 16;
+        int type = model.getTransferType();
+        int bits = type == DataBuffer.TYPE_BYTE ? 8 : 16;
+        for (int size : model.getComponentSize()) {
+            if (size != bits) {
+                return false;
+            }
+        }
         return model instanceof ComponentColorModel
                 && !model.isAlphaPremultiplied()
-                && (model.getTransferType() == DataBuffer.TYPE_BYTE || model.getTransferType() == DataBuffer.TYPE_USHORT)
-                && IntStream.of(model.getComponentSize()).allMatch(size -> size == bits)
+                && (type == DataBuffer.TYPE_BYTE || type == DataBuffer.TYPE_USHORT)
                 && (model.getColorSpace().getType() == ColorSpace.TYPE_GRAY || model.getColorSpace().isCS_sRGB());
     }
 
