@@ -135,14 +135,16 @@ def check_consumer(aar, scratch):
 
 
 def check_desktop(scratch):
-    """An application's test compiles and runs with the desktop jar alone, and its libraries from it."""
+    """An application's tests compile and run with the desktop jar alone, and its libraries from it."""
     jar, classes, libraries = dist / f"maven/com/velmora/display/fennic-desktop/{version}/fennic-desktop-{version}.jar", "desktop", "natives"
-    run("javac", "-cp", jar, "-d", scratch / classes, root / "tests/consumer/Desktop.java")
+    run("javac", "-cp", jar, "-d", scratch / classes, *(root / "tests/consumer" / f"{name}.java" for name in ("Desktop", "Calls")))
     with zipfile.ZipFile(jar) as archive:
         archive.extractall(scratch / libraries)
     printed = run("java", f"-Djava.library.path={scratch / libraries}/natives/linux-x86_64", "-cp", f"{jar}:{scratch / classes}",
                   "org.example.Desktop", env={"PATH": os.environ["PATH"]})
     demand(printed == "0 ff330000\n", f"a program with the desktop jar prints {printed!r}")
+    # Without a library: calls of android.graphics that need none, each held to its answer.
+    run("java", "-cp", f"{jar}:{scratch / classes}", "org.example.Calls")
     for library in (scratch / libraries).rglob("*.so"):
         paths = re.findall(r"(?:RUNPATH|RPATH).*\[(.*)\]", run("llvm-readelf-19", "-d", library))
         demand(all(path == "$ORIGIN" or path.startswith("/usr/lib/") for path in ":".join(paths).split(":") if path),

@@ -8,7 +8,7 @@ build_packages="cmake ninja-build clang-19 binutils android-libnativehelper-dev 
 # For Android's files, and for the programs that run them on GNU/Linux.
 android_abis="arm64-v8a armeabi-v7a x86_64 x86"
 android_packages="lld-19 llvm-19 libclang-rt-19-dev gcc-12-arm-linux-gnueabi binutils-aarch64-linux-gnu"
-proof_packages="googletest junit5 qemu-user-static proguard-cli python3-minimal g++-12-aarch64-linux-gnu libc6-dev-arm64-cross
+proof_packages="googletest junit5 libwebp7 qemu-user-static proguard-cli python3-minimal g++-12-aarch64-linux-gnu libc6-dev-arm64-cross
     g++-12-arm-linux-gnueabi libc6-dev-armel-cross g++-12-multilib"
 
 say() { printf '%s\n' "$*" >&2; }

@@ -10,7 +10,7 @@ namespace {
 
 struct BitmapClass {
     jclass self;
-    jfieldID width, height, rowBytes, format, locks, lockAddress, pixels, pixelAddress;
+    jfieldID width, height, rowBytes, format, locks, lockAddress, pixels, pixelAddress, generation;
 };
 
 // An exception the caller already has must neither meet the JNI calls below, which forbid it, nor get lost; an unlock on the
@@ -54,6 +54,7 @@ const BitmapClass* findBitmapClass(JNIEnv* env) {
         {&BitmapClass::lockAddress, "lockAddress", "J"},
         {&BitmapClass::pixels, "pixels", "Ljava/nio/ByteBuffer;"},
         {&BitmapClass::pixelAddress, "pixelAddress", "J"},
+        {&BitmapClass::generation, "generation", "I"},
     };
     bool complete = found->self != nullptr;
     for (const auto& field : fields) {
@@ -140,6 +141,8 @@ JNIEXPORT int AndroidBitmap_lockPixels(JNIEnv* env, jobject jbitmap, void** addr
 
 JNIEXPORT int AndroidBitmap_unlockPixels(JNIEnv* env, jobject jbitmap) {
     return withBitmap(env, jbitmap, [=](const BitmapClass& type, std::atomic_ref<std::int32_t> locks) {
+        // The pixels may have been written: the next who asks gets another generation.
+        env->SetIntField(jbitmap, type.generation, 0);
         std::int32_t count = locks.load();
         do {
             if (count == 0 || count == recycledAndUnlocked) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
