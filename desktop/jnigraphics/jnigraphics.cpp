@@ -9,9 +9,11 @@
 namespace {
 
 // One class loader's Bitmap. A process has several where an IDE or a build tool loads classes anew, and all share this library.
-// It is held weakly, so that a loader can go; its entry stays behind then and is no class's any more.
+// It is known weakly, so that a loader can go; its entry stays behind then and is no class's any more. The one that lasts as
+// long as the JVM is held too, for that is faster to ask.
 struct BitmapClass {
     jweak self;
+    jclass held;
     jfieldID width, height, rowBytes, format, locks, lockAddress, pixels, pixelAddress;
     const BitmapClass* older;
 };
@@ -38,6 +40,7 @@ private:
 
 void forget(JNIEnv* env, BitmapClass* made) {
     env->DeleteWeakGlobalRef(made->self);
+    env->DeleteGlobalRef(made->held);
     std::free(made);
 }
 
@@ -45,6 +48,7 @@ BitmapClass* newBitmapClass(JNIEnv* env, jclass type) {
     auto* const made = static_cast<BitmapClass*>(std::malloc(sizeof(BitmapClass)));
     if (made == nullptr) return nullptr;
     made->self = env->NewWeakGlobalRef(type);
+    made->held = nullptr;
 
     const struct {
         jfieldID BitmapClass::* id;
@@ -64,22 +68,25 @@ BitmapClass* newBitmapClass(JNIEnv* env, jclass type) {
     for (const auto& field : fields) {
         complete = complete && (made->*field.id = env->GetFieldID(type, field.name, field.type)) != nullptr;
     }
-    if (complete) return made;
+    const jfieldID lasts = complete ? env->GetStaticFieldID(type, "LASTS", "Z") : nullptr;
+    if (lasts != nullptr && env->GetStaticBooleanField(type, lasts)) made->held = static_cast<jclass>(env->NewGlobalRef(type));
+    if (lasts != nullptr) return made;
     forget(env, made);
     return nullptr;
 }
 
-const BitmapClass* known(JNIEnv* env, jclass type, const BitmapClass* newest) {
-    while (newest != nullptr && !env->IsSameObject(type, newest->self)) newest = newest->older;
-    return newest;
+const BitmapClass* known(JNIEnv* env, jclass type, const BitmapClass* entry) {
+    while (entry != nullptr && !env->IsSameObject(type, entry->self)) entry = entry->older;
+    return entry;
 }
 
-// Looked up by the first call of each class loader and kept, the newest first. Threads that race for one all look; the first to
-// finish wins.
-const BitmapClass* bitmapClass(JNIEnv* env, jclass type) {
-    static constinit std::atomic<const BitmapClass*> list{nullptr};
-    const BitmapClass* newest = list.load(std::memory_order_acquire);
-    if (const BitmapClass* const found = known(env, type, newest)) return found;
+constinit std::atomic<const BitmapClass*> lasting{nullptr};
+
+// Looked up by the first call of each class loader. Threads that race for one all look; the first to finish wins.
+const BitmapClass* knownOrNew(JNIEnv* env, jclass type) {
+    static constinit std::atomic<const BitmapClass*> newest{nullptr};
+    const BitmapClass* first = newest.load(std::memory_order_acquire);
+    if (const BitmapClass* const found = known(env, type, first)) return found;
 
     // The caller's, by its class loader: an object of any other class is no bitmap to it.
     const jclass callers = env->FindClass("android/graphics/Bitmap");
@@ -88,13 +95,23 @@ const BitmapClass* bitmapClass(JNIEnv* env, jclass type) {
     env->DeleteLocalRef(callers);
     if (made == nullptr) return nullptr;
     do {
-        if (const BitmapClass* const found = known(env, type, newest)) {
+        if (const BitmapClass* const found = known(env, type, first)) {
             forget(env, made);
             return found;
         }
-        made->older = newest;
-    } while (!list.compare_exchange_weak(newest, made, std::memory_order_acq_rel, std::memory_order_acquire));
+        made->older = first;
+    } while (!newest.compare_exchange_weak(first, made, std::memory_order_acq_rel, std::memory_order_acquire));
+    if (made->held != nullptr) lasting.store(made, std::memory_order_release);
     return made;
+}
+
+const BitmapClass* bitmapClass(JNIEnv* env, jobject bitmap) {
+    const BitmapClass* const first = lasting.load(std::memory_order_acquire);
+    if (first != nullptr && env->IsInstanceOf(bitmap, first->held)) return first;
+    const jclass type = env->GetObjectClass(bitmap);
+    const BitmapClass* const found = knownOrNew(env, type);
+    env->DeleteLocalRef(type);
+    return found;
 }
 
 // Reading a long field is far cheaper than asking a buffer for its address, so the bitmap keeps the answer.
@@ -121,9 +138,7 @@ template <typename Body>
 int withBitmap(JNIEnv* env, jobject bitmap, Body body) {
     if (env == nullptr || bitmap == nullptr) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     const CallersException aside(env);
-    const jclass itsClass = env->GetObjectClass(bitmap);  // Bitmap is final
-    const BitmapClass* const type = bitmapClass(env, itsClass);
-    env->DeleteLocalRef(itsClass);
+    const BitmapClass* const type = bitmapClass(env, bitmap);
     if (type == nullptr) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     return body(*type, lockWord(env, bitmap, *type));
 }

@@ -11,8 +11,8 @@ namespace {
 
 constexpr char letters[] = "??VDIWEFS";  // by android_LogPriority
 
-// Read once: later the environment may be changed by another thread.
-const char* const rules = std::getenv("ANDROID_LOG_TAGS");
+// Read while the library is loaded: later another thread may change the environment.
+const char* const rules = std::getenv("ANDROID_LOG_TAGS");  // NOLINT(concurrency-mt-unsafe)
 
 // Rules are those of logcat: "TAG:LETTER" for each tag, '*' for all others, separated by spaces; the letter is the least that
 // is shown, and S shows nothing.

@@ -80,6 +80,9 @@ public final class Bitmap {
     private static final VarHandle LOCKS = MethodHandles.byteBufferViewVarHandle(int[].class, ByteOrder.nativeOrder());
     private static final int RECYCLED = Integer.MIN_VALUE;
 
+    /** Whether this class is there as long as the JVM is, so that libjnigraphics, which knows the field by name, may hold it. */
+    private static final boolean LASTS = Bitmap.class.getClassLoader() == ClassLoader.getSystemClassLoader();
+
     // libjnigraphics knows these fields by name. It counts locks in a direct buffer, where native code and Java can both update
     // one word atomically, clears the pixels at the last unlock of a bitmap that was recycled while locked, and keeps the
     // addresses of both buffers once it has asked for them.
