@@ -166,6 +166,17 @@ def check_killed(classes, scratch):
         demand(len(list(folder.glob("*"))) == 1 + len(libraries), f"files went from {folder.name}, which are in use or only linked to")
 
 
+def check_log(classes):
+    """Both lines that the overlays leave on the error stream: their own, and the log's, where the rules of logcat show it."""
+    own, logged = "Rect is 0, 0, 3, 2", "D/jni/KorvGraphics2D: Rect is 0, 0, 3, 2\n"
+    cases = {None: True, "": True, "*:s": False, "*:I": False, "*:d": True, "jni/KorvGraphics2D:S": False, "jni/Korv:S": True,
+             "jni/KorvGraphics2D:V *:S": True, "*:S jni/KorvGraphics2D:V": True, "jni/KorvGraphics2D:W  *:V": False}
+    for rules, shown in cases.items():
+        printed = subprocess.run([java, "-cp", f"{jar}:{classes}", "org.example.Overlay"], capture_output=True, text=True,
+                                 env={} if rules is None else {"ANDROID_LOG_TAGS": rules})
+        demand(printed.stderr == own + logged * shown, f"with ANDROID_LOG_TAGS {rules!r} the log shows {printed.stderr!r}")
+
+
 def check_programs(classes, scratch):
     """Everything in tests/consumer that has a main, a JUnit test, and a Kotlin file."""
     run("kotlinc", "-jvm-target", "1.8", "-cp", jar, root / "tests/consumer/Icon.kt", "-d", scratch / "kotlin")
@@ -213,6 +224,7 @@ with tempfile.TemporaryDirectory() as folder:
     check_libraries(unpacked, scratch)
     check_starts(classes, unpacked, scratch)
     check_killed(classes, scratch)
+    check_log(classes)
     check_programs(classes, scratch)
     check_command_line(scratch)
 

@@ -22,7 +22,7 @@ import java.util.Set;
  * the next one loads a copy of it.
  */
 public final class Libraries {
-    private static final List<String> NAMES = List.of("fennic", "jnigraphics", "log");
+    static final List<String> NAMES = List.of("fennic", "jnigraphics", "log");
     private static final Set<String> LOADED = new HashSet<>();
     /** The same object in every class loader: a string literal. Locks on files hold between processes, this one between loaders. */
     private static final Object ONE_AT_A_TIME = "com.velmora.display.fennic.desktop.Libraries";
@@ -32,11 +32,6 @@ public final class Libraries {
         + " elsewhere a container or virtual machine of that kind runs them";
 
     private Libraries() {}
-
-    /** Where the files of a library come from; gives null for one that is not there. */
-    private interface Source {
-        InputStream open(String file) throws IOException;
-    }
 
     /**
      * Loads a library for the class loader of this class, once.
@@ -80,10 +75,7 @@ public final class Libraries {
         } catch (UnsatisfiedLinkError refused) {
             // Another class loader may have the file. A copy is a file of its own; one that cannot be loaded at all fails again.
             try {
-                loadCopy(given.getFileName().toString(), file -> {
-                    Path neighbour = given.resolveSibling(file);
-                    return Files.isRegularFile(neighbour) ? Files.newInputStream(neighbour) : null;
-                });
+                loadCopy(given.getParent(), given.getFileName().toString());
             } catch (UnsatisfiedLinkError copyRefused) {
                 throw new UnsatisfiedLinkError(refused.getMessage() + ". Nor does a copy help: " + copyRefused.getMessage());
             }
@@ -91,23 +83,27 @@ public final class Libraries {
     }
 
     private static void loadFromJar(String file) {
-        if (Libraries.class.getResource(platform() + "/" + file) == null) {
+        if (Libraries.class.getResource(resource(file)) == null) {
             throw new UnsatisfiedLinkError("No " + file + " for " + System.getProperty("os.name") + " on "
                 + System.getProperty("os.arch") + ": none in java.library.path (" + System.getProperty("java.library.path")
                 + "), and the jar has no " + resource(file) + ". " + OTHER_SYSTEM);
         }
-        loadCopy(file, each -> Libraries.class.getResourceAsStream(platform() + "/" + each));
+        loadCopy(null, file);
     }
 
-    /** Loads a copy of a library in a folder with its neighbours', which it finds there: its run path is its own folder. */
-    private static void loadCopy(String library, Source source) {
+    /**
+     * Loads a copy of a library in a folder with its neighbours', which it finds there: its run path is its own folder.
+     *
+     * @param from the folder that they are taken from; null for the jar
+     */
+    private static void loadCopy(Path from, String library) {
         var refusals = new StringBuilder();
         for (String parent : List.of("java.io.tmpdir", "user.home")) {
             String place = System.getProperty(parent, "");
             try (var folder = PrivateFolder.in(Path.of(place))) {
                 for (String name : NAMES) {
                     String file = System.mapLibraryName(name);
-                    try (InputStream in = source.open(file)) {
+                    try (InputStream in = open(from, file)) {
                         if (in != null) {
                             Files.copy(in, folder.path().resolve(file));
                         }
@@ -123,18 +119,19 @@ public final class Libraries {
             + (isOnMusl() ? "This JVM runs on musl. " + OTHER_SYSTEM : OTHER_FOLDER.formatted(resource(""))));
     }
 
-    static List<String> files() {
-        return NAMES.stream().map(System::mapLibraryName).toList();
+    private static InputStream open(Path folder, String file) throws IOException {
+        if (folder == null) {
+            return Libraries.class.getResourceAsStream(resource(file));
+        }
+        return Files.isRegularFile(folder.resolve(file)) ? Files.newInputStream(folder.resolve(file)) : null;
     }
 
+    /** Without the operator for strings, whose first use takes a JVM a while. */
     private static String resource(String file) {
-        return Libraries.class.getPackageName().replace('.', '/') + "/" + platform() + "/" + file;
-    }
-
-    private static String platform() {
         String machine = System.getProperty("os.arch");
         machine = machine.equals("amd64") ? "x86_64" : machine.equals("arm64") ? "aarch64" : machine;
-        return System.getProperty("os.name").toLowerCase(Locale.ROOT).replace(' ', '-') + "-" + machine;
+        String system = System.getProperty("os.name").toLowerCase(Locale.ROOT).replace(' ', '-');
+        return String.join("/", "/com/velmora/display/fennic/desktop", String.join("-", system, machine), file);
     }
 
     /** The C library that this process runs on names itself among what is mapped. */

@@ -7,6 +7,7 @@ import static java.nio.file.StandardOpenOption.WRITE;
 import java.io.IOException;
 import java.nio.channels.FileChannel;
 import java.nio.file.DirectoryIteratorException;
+import java.nio.file.FileAlreadyExistsException;
 import java.nio.file.Files;
 import java.nio.file.NoSuchFileException;
 import java.nio.file.Path;
@@ -32,9 +33,8 @@ final class PrivateFolder implements AutoCloseable {
     }
 
     static PrivateFolder in(Path parent) throws IOException {
-        var ownersOnly = PosixFilePermissions.asFileAttribute(PosixFilePermissions.fromString("rwx------"));
         while (true) {
-            Path path = Files.createTempDirectory(parent.toAbsolutePath(), PREFIX, ownersOnly);
+            Path path = create(parent.toAbsolutePath());
             FileChannel lock = null;
             try {
                 lock = FileChannel.open(path.resolve(LOCKED), CREATE_NEW, WRITE);
@@ -55,6 +55,18 @@ final class PrivateFolder implements AutoCloseable {
         }
     }
 
+    /** A name need not be a secret, for which the JDK would wake its cryptography: one that is taken, by a link too, is refused. */
+    private static Path create(Path parent) throws IOException {
+        var ownersOnly = PosixFilePermissions.asFileAttribute(PosixFilePermissions.fromString("rwx------"));
+        while (true) {
+            try {
+                return Files.createDirectory(parent.resolve(PREFIX.concat(Long.toHexString(System.nanoTime()))), ownersOnly);
+            } catch (FileAlreadyExistsException e) {
+                // Another start's, then.
+            }
+        }
+    }
+
     Path path() {
         return path;
     }
@@ -70,10 +82,10 @@ final class PrivateFolder implements AutoCloseable {
     }
 
     private static void deleteAbandoned(Path own) {
-        try (var folders = Files.newDirectoryStream(own.getParent(), PREFIX + "*")) {
+        try (var folders = Files.newDirectoryStream(own.getParent())) {
             UserPrincipal self = Files.getOwner(own);
             for (Path folder : folders) {
-                if (!folder.equals(own)) {
+                if (folder.getFileName().toString().startsWith(PREFIX) && !folder.equals(own)) {
                     deleteIfAbandoned(folder, self);
                 }
             }
@@ -101,8 +113,8 @@ final class PrivateFolder implements AutoCloseable {
     }
 
     private static void delete(Path folder) throws IOException {
-        for (String file : Libraries.files()) {
-            Files.deleteIfExists(folder.resolve(file));
+        for (String name : Libraries.NAMES) {
+            Files.deleteIfExists(folder.resolve(System.mapLibraryName(name)));
         }
         Files.deleteIfExists(folder.resolve(LOCKED));
         Files.deleteIfExists(folder);
