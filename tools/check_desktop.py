@@ -106,6 +106,8 @@ class Place:
 def check_starts(classes, unpacked, scratch):
     desktop, reload = "org.example.Desktop", "org.example.Reload"
     native = f"-Djava.library.path={unpacked}/linux-x86_64"
+    with zipfile.ZipFile(published / "fennic" / version / f"fennic-{version}.aar") as archive:
+        androids = archive.extract("classes.jar", scratch)
     broken = scratch / "broken"
     broken.mkdir()
     (broken / "libfennic.so").write_bytes(b"")
@@ -113,6 +115,7 @@ def check_starts(classes, unpacked, scratch):
     cases = [  # who starts it, options and class; what it prints, or what its error says
         ("the jar alone", [], [desktop], blended),
         ("a user without a home", as_nobody(), [desktop], blended),
+        ("before the AAR", [], ["-cp", f"{jar}:{classes}:{androids}", desktop], blended),
         ("a library path", [], [native, shut, none, desktop], blended),
         ("class loaders", [], [reload], 4 * blended + "0 left\n"),
         ("class loaders, a library path", [], [native, reload], 4 * blended + "0 left\n"),
