@@ -80,7 +80,7 @@ public final class Bitmap {
     private static final VarHandle LOCKS = MethodHandles.byteBufferViewVarHandle(int[].class, ByteOrder.nativeOrder());
     private static final int RECYCLED = Integer.MIN_VALUE;
 
-    /** Whether this class is there as long as the JVM is, so that libjnigraphics, which knows the field by name, may hold it. */
+    /** Whether this class lasts as long as the JVM, so that libjnigraphics, which knows the field by name, may hold it. */
     private static final boolean LASTS = Bitmap.class.getClassLoader() == ClassLoader.getSystemClassLoader();
 
     // libjnigraphics knows these fields by name. It counts locks in a direct buffer, where native code and Java can both update

@@ -14,9 +14,9 @@ import java.util.Set;
 /**
  * The native libraries of a desktop JVM: {@code libfennic}, and {@code libjnigraphics} and {@code liblog}, which it needs.
  *
- * <p>A library that stands in a folder of {@code java.library.path} is taken from there, with its neighbours. Otherwise it comes
- * out of this jar: all three are unpacked into a fresh folder that nobody else may enter, loaded, and deleted at once, for Linux
- * keeps what is loaded. That folder is made in {@code java.io.tmpdir} or, where this fails, in {@code user.home}.
+ * <p>A library that stands in a folder of {@code java.library.path} is taken from there, with its neighbours. Otherwise it
+ * comes out of this jar: all three are unpacked into a fresh folder that nobody else may enter, loaded, and deleted at once, for
+ * Linux keeps what is loaded. That folder is made in {@code java.io.tmpdir} or, where this fails, in {@code user.home}.
  *
  * <p>Each class loader has a library of its own, as the JVM wants it: where one has loaded a file of {@code java.library.path},
  * the next one loads a copy of it.
@@ -24,10 +24,10 @@ import java.util.Set;
 public final class Libraries {
     static final List<String> NAMES = List.of("fennic", "jnigraphics", "log");
     private static final Set<String> LOADED = new HashSet<>();
-    /** The same object in every class loader: a string literal. Locks on files hold between processes, this one between loaders. */
+    /** A string literal is the same object in every class loader. Locked files keep processes apart, this one loaders. */
     private static final Object ONE_AT_A_TIME = "com.velmora.display.fennic.desktop.Libraries";
-    private static final String OTHER_FOLDER = "Name a folder whose files can be written and run with -Djava.io.tmpdir=FOLDER, or"
-        + " unpack the libraries from the jar's %s and name their folder with -Djava.library.path=FOLDER";
+    private static final String OTHER_FOLDER = "Name a folder whose files can be written and run with -Djava.io.tmpdir=FOLDER,"
+        + " or unpack the libraries from the jar's %s and name their folder with -Djava.library.path=FOLDER";
     private static final String OTHER_SYSTEM = "There are libraries for Linux on x86_64 and aarch64, with glibc 2.31 or newer;"
         + " elsewhere a container or virtual machine of that kind runs them";
 
@@ -73,7 +73,7 @@ public final class Libraries {
         try {
             System.load(given.toString());
         } catch (UnsatisfiedLinkError refused) {
-            // Another class loader may have the file. A copy is a file of its own; one that cannot be loaded at all fails again.
+            // Another class loader may have it. A copy is a file of its own; one that cannot be loaded at all fails again.
             try {
                 loadCopy(given.getParent(), given.getFileName().toString());
             } catch (UnsatisfiedLinkError copyRefused) {

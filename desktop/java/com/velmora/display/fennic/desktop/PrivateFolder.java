@@ -18,8 +18,8 @@ import java.nio.file.attribute.UserPrincipal;
  * A new folder of this process alone, deleted when it is closed. While it is in use, a file in it is locked; the lock goes with
  * the process, however that ends, and whoever makes the next folder beside it deletes what is left.
  *
- * <p>Whoever deletes holds the lock, and deletes the locked file after all others. So who has made a folder, its file and the lock
- * one after the other sees at the end whether somebody took it for an abandoned one in between, and makes another one.
+ * <p>Whoever deletes holds the lock, and deletes the locked file after all others. So who has made a folder, its file and the
+ * lock one after the other sees at the end whether somebody took it for an abandoned one in between, and makes another one.
  */
 final class PrivateFolder implements AutoCloseable {
     private static final String PREFIX = "fennic-natives-", LOCKED = "locked";
@@ -55,7 +55,7 @@ final class PrivateFolder implements AutoCloseable {
         }
     }
 
-    /** A name need not be a secret, for which the JDK would wake its cryptography: one that is taken, by a link too, is refused. */
+    /** A name need not be a secret, for which the JDK wakes its cryptography: one that is taken, by a link too, is refused. */
     private static Path create(Path parent) throws IOException {
         var ownersOnly = PosixFilePermissions.asFileAttribute(PosixFilePermissions.fromString("rwx------"));
         while (true) {
