@@ -1,5 +1,5 @@
-"""Makes what is published: of the four Android builds the AAR, its sources and documentation, and the symbols; of the desktop build
-a jar with its libraries; all in Maven's folders.
+"""Makes what is published: of the four Android builds the AAR, its sources and documentation, and the symbols; of the two desktop
+builds one jar with the libraries of both, and the command line; all in Maven's folders.
 
 usage: make_package.py FOLDER ABI...
 
@@ -20,7 +20,12 @@ root = Path(__file__).resolve().parent.parent
 dist = Path(sys.argv[1]).resolve()
 abis = sys.argv[2:]
 version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
-parts, java = root / "android/aar", root / "java"
+parts = root / "android/aar"
+java = root / "java", root / "android/java"
+group = "com.velmora.display"
+# Where the desktop jar's libraries come from, by the folder that their loader (desktop/java) looks in.
+platforms = {"linux-x86_64": "release", "linux-aarch64": "arm64"}
+picocli = "4.6.2"
 
 
 def archive(path, entries):
@@ -33,12 +38,14 @@ def archive(path, entries):
     return path
 
 
-manifest = ("META-INF/MANIFEST.MF", b"Manifest-Version: 1.0\r\n\r\n")
+def manifest(**attributes):
+    lines = "".join(f"{name.replace('_', '-')}: {value}\r\n" for name, value in {"Manifest_Version": "1.0", **attributes}.items())
+    return "META-INF/MANIFEST.MF", (lines + "\r\n").encode()
 
 
-def jar(path, folder):
-    files = sorted(file for file in folder.rglob("*") if file.is_file())
-    return archive(path, [manifest] + [(file.relative_to(folder).as_posix(), file.read_bytes()) for file in files])
+def jar(path, *folders):
+    files = sorted((file.relative_to(folder).as_posix(), file) for folder in folders for file in folder.rglob("*") if file.is_file())
+    return archive(path, [manifest(), *((name, file.read_bytes()) for name, file in files)])
 
 
 def run(*command):
@@ -71,22 +78,29 @@ def build_id(abi):
     return re.search(r"Build ID: (\w+)", notes)[1]
 
 
-def desktop(scratch):
-    """The class files for a desktop JVM, and under natives/ the libraries, stripped."""
-    with zipfile.ZipFile(root / "build/release/fennic.jar") as jar:
-        for name in sorted(name for name in jar.namelist() if name.endswith(".class")):
+def built(name):
+    """What the release build's jar holds, without its manifest."""
+    with zipfile.ZipFile(root / "build/release" / name) as jar:
+        for name in sorted(name for name in jar.namelist() if not name.startswith("META-INF/") and not name.endswith("/")):
             yield name, jar.read(name)
-    for name in ("libfennic.so", "libjnigraphics.so"):
-        run("llvm-strip-19", "--strip-unneeded", "-o", scratch / name, root / "build/release" / name)
-        yield f"natives/linux-x86_64/{name}", (scratch / name).read_bytes()
 
 
-def maven(artifact, packaging):
+def natives(scratch):
+    """The libraries for desktop JVMs, stripped."""
+    for platform, build in platforms.items():
+        for name in ("libfennic.so", "libjnigraphics.so", "liblog.so", "libfennic-webp.so"):
+            run("llvm-strip-19", "--strip-unneeded", "-o", scratch / name, root / "build" / build / name)
+            yield f"com/velmora/display/fennic/desktop/{platform}/{name}", (scratch / name).read_bytes()
+
+
+def maven(artifact, packaging, *dependencies):
     """The artifact's folder, with its POM."""
-    folder = dist / "maven/com/velmora/display" / artifact / version
+    folder = dist / "maven" / group.replace(".", "/") / artifact / version
     folder.mkdir(parents=True)
     pom = (parts / "fennic.pom").read_text()
-    for key, value in {"ARTIFACT": artifact, "PACKAGING": packaging, "VERSION": version}.items():
+    listed = "".join(f"    <dependency><groupId>{group}</groupId><artifactId>{name}</artifactId><version>{of}</version></dependency>\n"
+                     for group, name, of in dependencies)
+    for key, value in {"ARTIFACT": artifact, "PACKAGING": packaging, "VERSION": version, "DEPENDENCIES": listed}.items():
         pom = pom.replace(f"@{key}@", value)
     (folder / f"{artifact}-{version}.pom").write_text(pom)
     return folder
@@ -96,11 +110,11 @@ shutil.rmtree(dist, ignore_errors=True)
 android = maven("fennic", "aar")
 with tempfile.TemporaryDirectory() as scratch:
     classes, documentation = Path(scratch) / "classes", Path(scratch) / "documentation"
-    sources = sorted(java.rglob("*.java"))
+    sources = sorted(file for folder in java for file in folder.rglob("*.java"))
     run("javac", "--release", "8", "-Xlint:-options", "-implicit:none", "-encoding", "UTF-8", "-sourcepath", parts, "-d", classes,
         *sources)
-    run("javadoc", "-quiet", "-notimestamp", "-encoding", "UTF-8", "-Xdoclint:all,-missing", "-sourcepath", f"{java}:{parts}",
-        "-d", documentation, "com.velmora.display.fennic")
+    run("javadoc", "-quiet", "-notimestamp", "-encoding", "UTF-8", "-Xdoclint:all,-missing", "-sourcepath",
+        ":".join(map(str, (*java, parts))), "-d", documentation, "com.velmora.display.fennic")
     jar(Path(scratch) / "classes.jar", classes)
     name = f"fennic-{version}"
     archive(android / f"{name}.aar", [
@@ -110,10 +124,16 @@ with tempfile.TemporaryDirectory() as scratch:
         ("proguard.txt", (parts / "proguard.txt").read_bytes()),
         *((f"jni/{abi}/libfennic.so", library(abi)) for abi in abis),
         *prefab()])
-    jar(android / f"{name}-sources.jar", java)
+    jar(android / f"{name}-sources.jar", *java)
     jar(android / f"{name}-javadoc.jar", documentation)
-    host = maven("fennic-desktop", "jar")
-    archive(host / f"fennic-desktop-{version}.jar", [manifest, *desktop(Path(scratch))])
+    desktop = f"fennic-desktop-{version}.jar"
+    archive(maven("fennic-desktop", "jar") / desktop, [
+        manifest(Automatic_Module_Name=f"{group}.fennic.desktop"), *built("fennic.jar"), *natives(Path(scratch))])
+    # To be started by java -jar where its dependencies lie beside it.
+    archive(maven("fennic-cli", "jar", (group, "fennic-desktop", version), ("info.picocli", "picocli", picocli))
+            / f"fennic-cli-{version}.jar", [
+        manifest(Main_Class=f"{group}.fennic.cli.Fennic", Class_Path=f"{desktop} picocli-{picocli}.jar", Implementation_Version=version,
+                 Enable_Native_Access="ALL-UNNAMED", Automatic_Module_Name=f"{group}.fennic.cli"), *built("fennic-cli.jar")])
 shutil.copy(android / f"{name}.aar", dist)
 archive(dist / f"{name}-symbols.zip", [("build-ids.txt", "".join(f"{abi} {build_id(abi)}\n" for abi in abis).encode()),
                                        *((f"{abi}/libfennic.so", library(abi, "unstripped")) for abi in abis)])

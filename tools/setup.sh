@@ -9,7 +9,7 @@ build_packages="cmake ninja-build clang-19 binutils android-libnativehelper-dev 
 android_abis="arm64-v8a armeabi-v7a x86_64 x86"
 android_packages="lld-19 llvm-19 libclang-rt-19-dev gcc-12-arm-linux-gnueabi binutils-aarch64-linux-gnu"
 proof_packages="googletest junit5 libwebp7 qemu-user-static proguard-cli python3-minimal g++-12-aarch64-linux-gnu libc6-dev-arm64-cross
-    g++-12-arm-linux-gnueabi libc6-dev-armel-cross g++-12-multilib"
+    g++-12-arm-linux-gnueabi libc6-dev-armel-cross g++-12-multilib kotlin"
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -48,11 +48,13 @@ prove_android_files() {
     done
 }
 
-# Runs the files: the tests of what the library exports, on this processor or under qemu, and the JVM's.
-prove_android() {
-    for preset in arm64 armel i386; do build $preset --target android_tests || return 1; done
-    build test --target android_tests jnigraphics fennic_java_tests || return 1
+# Runs Android's files: the tests of what the library exports, on this processor or under qemu, and the JVM's; and the desktop's two
+# libraries: their digests and examples.
+prove_libraries() {
+    for preset in armel i386; do build $preset --target android_tests || return 1; done
+    build arm64 --target android_tests shipped_tests || return 1
+    build test --target android_tests shipped_tests jnigraphics webp fennic_java_tests || return 1
     # The slowest first.
     printf '%s\n' armel release arm64 i386 |
-        xargs -P "$(nproc)" -I {} ctest --test-dir "$root/build/{}" -R '^android' --output-on-failure --no-tests=error
+        xargs -P "$(nproc)" -I {} ctest --test-dir "$root/build/{}" -R '^android|^shipped$' --output-on-failure --no-tests=error
 }

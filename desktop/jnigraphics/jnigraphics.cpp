@@ -8,9 +8,14 @@
 
 namespace {
 
+// One class loader's Bitmap. A process has several where an IDE or a build tool loads classes anew, and all share this library.
+// It is known weakly, so that a loader can go; its entry stays behind then and is no class's any more. The one that lasts as
+// long as the JVM is held too, for that is faster to ask.
 struct BitmapClass {
-    jclass self;
+    jweak self;
+    jclass held;
     jfieldID width, height, rowBytes, format, locks, lockAddress, pixels, pixelAddress, generation;
+    const BitmapClass* older;
 };
 
 // An exception the caller already has must neither meet the JNI calls below, which forbid it, nor get lost; an unlock on the
@@ -33,13 +38,17 @@ private:
     jthrowable pending_;
 };
 
-const BitmapClass* findBitmapClass(JNIEnv* env) {
-    const jclass local = env->FindClass("android/graphics/Bitmap");
-    if (local == nullptr) return nullptr;
-    auto* const found = static_cast<BitmapClass*>(std::malloc(sizeof(BitmapClass)));
-    if (found == nullptr) return nullptr;
-    found->self = static_cast<jclass>(env->NewGlobalRef(local));
-    env->DeleteLocalRef(local);
+void forget(JNIEnv* env, BitmapClass* made) {
+    env->DeleteWeakGlobalRef(made->self);
+    env->DeleteGlobalRef(made->held);
+    std::free(made);
+}
+
+BitmapClass* newBitmapClass(JNIEnv* env, jclass type) {
+    auto* const made = static_cast<BitmapClass*>(std::malloc(sizeof(BitmapClass)));
+    if (made == nullptr) return nullptr;
+    made->self = env->NewWeakGlobalRef(type);
+    made->held = nullptr;
 
     const struct {
         jfieldID BitmapClass::* id;
@@ -56,31 +65,54 @@ const BitmapClass* findBitmapClass(JNIEnv* env) {
         {&BitmapClass::pixelAddress, "pixelAddress", "J"},
         {&BitmapClass::generation, "generation", "I"},
     };
-    bool complete = found->self != nullptr;
+    bool complete = made->self != nullptr;
     for (const auto& field : fields) {
-        complete = complete && (found->*field.id = env->GetFieldID(found->self, field.name, field.type)) != nullptr;
+        complete = complete && (made->*field.id = env->GetFieldID(type, field.name, field.type)) != nullptr;
     }
-    if (complete) return found;
-    env->DeleteGlobalRef(found->self);
-    std::free(found);
+    const jfieldID lasts = complete ? env->GetStaticFieldID(type, "LASTS", "Z") : nullptr;
+    if (lasts != nullptr && env->GetStaticBooleanField(type, lasts)) made->held = static_cast<jclass>(env->NewGlobalRef(type));
+    if (lasts != nullptr) return made;
+    forget(env, made);
     return nullptr;
 }
 
-// Looked up by the first call and kept. Threads that race for it all look; the first to finish wins.
-const BitmapClass* bitmapClass(JNIEnv* env) {
-    static constinit std::atomic<const BitmapClass*> cache{nullptr};
-    const BitmapClass* known = cache.load(std::memory_order_acquire);
-    if (known != nullptr) return known;
+const BitmapClass* known(JNIEnv* env, jclass type, const BitmapClass* entry) {
+    while (entry != nullptr && !env->IsSameObject(type, entry->self)) entry = entry->older;
+    return entry;
+}
 
-    const BitmapClass* const found = findBitmapClass(env);
-    if (found == nullptr) {
-        env->ExceptionClear();
-        return nullptr;
-    }
-    if (cache.compare_exchange_strong(known, found, std::memory_order_acq_rel)) return found;
-    env->DeleteGlobalRef(found->self);
-    std::free(const_cast<BitmapClass*>(found));
-    return known;
+constinit std::atomic<const BitmapClass*> lasting{nullptr};
+
+// Looked up by the first call of each class loader. Threads that race for one all look; the first to finish wins.
+const BitmapClass* knownOrNew(JNIEnv* env, jclass type) {
+    static constinit std::atomic<const BitmapClass*> newest{nullptr};
+    const BitmapClass* first = newest.load(std::memory_order_acquire);
+    if (const BitmapClass* const found = known(env, type, first)) return found;
+
+    // The caller's, by its class loader: an object of any other class is no bitmap to it.
+    const jclass callers = env->FindClass("android/graphics/Bitmap");
+    BitmapClass* const made = callers != nullptr && env->IsSameObject(type, callers) ? newBitmapClass(env, type) : nullptr;
+    env->ExceptionClear();
+    env->DeleteLocalRef(callers);
+    if (made == nullptr) return nullptr;
+    do {
+        if (const BitmapClass* const found = known(env, type, first)) {
+            forget(env, made);
+            return found;
+        }
+        made->older = first;
+    } while (!newest.compare_exchange_weak(first, made, std::memory_order_acq_rel, std::memory_order_acquire));
+    if (made->held != nullptr) lasting.store(made, std::memory_order_release);
+    return made;
+}
+
+const BitmapClass* bitmapClass(JNIEnv* env, jobject bitmap) {
+    const BitmapClass* const first = lasting.load(std::memory_order_acquire);
+    if (first != nullptr && env->IsInstanceOf(bitmap, first->held)) return first;
+    const jclass type = env->GetObjectClass(bitmap);
+    const BitmapClass* const found = knownOrNew(env, type);
+    env->DeleteLocalRef(type);
+    return found;
 }
 
 // Reading a long field is far cheaper than asking a buffer for its address, so the bitmap keeps the answer.
@@ -107,8 +139,8 @@ template <typename Body>
 int withBitmap(JNIEnv* env, jobject bitmap, Body body) {
     if (env == nullptr || bitmap == nullptr) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     const CallersException aside(env);
-    const BitmapClass* const type = bitmapClass(env);
-    if (type == nullptr || !env->IsInstanceOf(bitmap, type->self)) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
+    const BitmapClass* const type = bitmapClass(env, bitmap);
+    if (type == nullptr) return ANDROID_BITMAP_RESULT_BAD_PARAMETER;
     return body(*type, lockWord(env, bitmap, *type));
 }
 

@@ -54,6 +54,8 @@ public final class Bitmap {
     private static final VarHandle LOCKS = MethodHandles.byteBufferViewVarHandle(int[].class, ByteOrder.nativeOrder());
     private static final int RECYCLED = Integer.MIN_VALUE;
 
+    /** Whether this class lasts as long as the JVM, so that libjnigraphics, which knows the field by name, may hold it. */
+    private static final boolean LASTS = Bitmap.class.getClassLoader() == ClassLoader.getSystemClassLoader();
     private static final AtomicInteger GENERATIONS = new AtomicInteger();
 
     // libjnigraphics knows these fields by name. It counts locks in a direct buffer, where native code and Java can both update

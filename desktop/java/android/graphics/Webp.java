@@ -15,21 +15,8 @@ final class Webp extends Picture {
     private static final int FLAGS = 20, ANIMATED = 2, ALPHA = 16; // of the extended form
     private static final int LOSSLESS_ALPHA = 24, FIRST_CHUNK = 30;
 
-    private static final long LIBRARY;
-    private static final String MISSING;
-
-    static {
-        long library = 0;
-        String missing = "WebP needs libwebp.so.7: apt-get install libwebp7";
-        try {
-            Libraries.load("jnigraphics");
-            library = openLibrary();
-        } catch (LinkageError | RuntimeException e) {
-            missing = "WebP needs libjnigraphics.so, which could not be used: " + e.getMessage();
-        }
-        LIBRARY = library;
-        MISSING = missing;
-    }
+    /** Why nothing can be decoded; null where it can. */
+    private static final String MISSING = load();
 
     private final ByteBuffer data;
     private final boolean alpha;
@@ -43,6 +30,16 @@ final class Webp extends Picture {
         this.data = data;
         this.alpha = alpha;
         this.toSrgb = toSrgb;
+    }
+
+    private static String load() {
+        try {
+            Libraries.load("fennic-webp");
+            return null;
+        } catch (UnsatisfiedLinkError e) {
+            boolean isOnlyLibwebp = e.getMessage().contains("libwebp.so.7");
+            return isOnlyLibwebp ? "WebP needs libwebp.so.7: apt-get install libwebp7" : "WebP cannot be read: " + e.getMessage();
+        }
     }
 
     /** The stream stays where it is. */
@@ -62,10 +59,10 @@ final class Webp extends Picture {
         if ((flags & ANIMATED) != 0) {
             return BitmapFactory.refuse("an animated WebP is not decoded; export one frame of it");
         }
-        if (LIBRARY == 0) {
+        if (MISSING != null) {
             return BitmapFactory.refuse(MISSING);
         }
-        long size = size(LIBRARY, data);
+        long size = size(data);
         if (size == 0) {
             return null;
         }
@@ -112,7 +109,7 @@ final class Webp extends Picture {
         this.stepX = stepX;
         this.stepY = stepY;
         pixels = ByteBuffer.allocateDirect(Math.multiplyExact(Math.multiplyExact(width, height), Integer.BYTES));
-        if (!decode(LIBRARY, data, pixels, width * Integer.BYTES)) {
+        if (!decode(data, pixels, width * Integer.BYTES)) {
             throw new IIOException("a damaged WebP");
         }
     }
@@ -128,12 +125,9 @@ final class Webp extends Picture {
         }
     }
 
-    /** 0 if there is none. */
-    private static native long openLibrary();
-
     /** The width in the upper half, the height in the lower; 0 for what is no WebP. */
-    private static native long size(long library, ByteBuffer data);
+    private static native long size(ByteBuffer data);
 
     /** Rows of R, G, B, A with straight colours. */
-    private static native boolean decode(long library, ByteBuffer data, ByteBuffer pixels, int rowBytes);
+    private static native boolean decode(ByteBuffer data, ByteBuffer pixels, int rowBytes);
 }

@@ -57,7 +57,7 @@ import android.graphics.Bitmap;
  */
 public final class VelUIBitmapUtils {
     static {
-        System.loadLibrary("fennic");
+        NativeLibrary.load();
     }
 
     private VelUIBitmapUtils() {}
