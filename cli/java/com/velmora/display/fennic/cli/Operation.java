@@ -220,6 +220,25 @@ public record Operation(
         return "VelUIBitmapUtils." + nativeName + "(" + arguments + ");";
     }
 
+    /** The call with all defaults by the typed face: a constant of Blend or StraightBlend, a method of Effects or IconMetrics. */
+    public String typedCall() {
+        String constant = name.toUpperCase(Locale.ROOT).replace('-', '_');
+        if (isNumbered()) {
+            return "StraightBlend." + summary.replaceFirst(".*: ", "").toUpperCase(Locale.ROOT).replace('-', '_')
+                + ".apply(base, layer);";
+        }
+        if (kind.equals("BLEND") && choices().isEmpty()) {
+            return "Blend." + constant + ".apply(base, layer);";
+        }
+        String method = Pattern.compile("-(\\w)").matcher(name).replaceAll(match -> match.group(1).toUpperCase(Locale.ROOT));
+        String bitmap = kind.equals("MEASURE") ? "bitmap" : parameters.get(0).name;
+        Stream<String> arguments = parameters.stream()
+            .filter(parameter -> parameter.initial != null && (parameter.isBitmap() || parameter.isValue()))
+            .map(parameter -> parameter.literal(bitmap));
+        return (kind.equals("BLEND") ? "Blend." : kind.matches("EFFECT|FILTER") ? "Effects." : "IconMetrics.") + method + "("
+            + (kind.equals("MEASURE") ? Stream.concat(Stream.of(bitmap), arguments) : arguments).collect(joining(", ")) + ");";
+    }
+
     /** The Java class's method; null where the operation has no native. */
     public Method method() {
         return Natives.BY_NAME.get(nativeName);
