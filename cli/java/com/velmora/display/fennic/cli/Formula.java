@@ -58,9 +58,9 @@ record Formula(String shown, String more) {
         for (String line : comment.split("\n")) {
             Matcher numbered = Pattern.compile(" ?(\\d+) \\S.*").matcher(line);
             at = numbered.matches() ? numbered.group(1) : line.startsWith(" ".repeat(BEHIND_NAME)) ? at : null;
-            if (at == null) {
+            if (at == null && !line.isBlank()) {
                 common.add(line);
-            } else if (at.equals(number)) {
+            } else if (number.equals(at)) {
                 own.append(line.substring(BEHIND_NAME).strip()).append(' ');
             }
         }
