@@ -87,9 +87,9 @@ record Formula(String shown, String more) {
                 depth += c == '{' ? 1 : c == '}' ? -1 : 0;
             }
             String[] tag = text.substring(open + 2, close).split("\\s", 2);
-            html.append(text, from, open).append(
-                tag[0].equals("link") && tag[1].equals("VelUIBitmapUtils") ? "<a href=\"#letters\">the letters</a>"
-                : "<code>" + Page.escaped(tag[0].equals("link") ? tag[1].replaceFirst("^#", "").replace('#', '.') : tag[1]) + "</code>");
+            boolean link = tag[0].equals("link");
+            html.append(text, from, open).append(link && tag[1].equals("VelUIBitmapUtils") ? "<a href=\"#letters\">the letters</a>"
+                : "<code>" + Page.escaped(link ? tag[1].replaceFirst("^#", "").replace('#', '.') : tag[1]) + "</code>");
             from = close + 1;
         }
         return html.append(text.substring(from)).toString();

@@ -128,7 +128,8 @@ final class Gallery implements Callable<Integer> {
         BigDecimal end = new BigDecimal(step < 0 ? parameter.low() : parameter.high());
         BigDecimal part = end.subtract(usual).multiply(BigDecimal.valueOf(Math.abs(step))).divide(BigDecimal.valueOf(STEPS));
         BigDecimal value = usual.add(part).round(new MathContext(3));
-        return (parameter.type().equals("int") ? value.setScale(0, RoundingMode.HALF_UP) : value.stripTrailingZeros()).toPlainString();
+        boolean whole = parameter.type().equals("int");
+        return (whole ? value.setScale(0, RoundingMode.HALF_UP) : value.stripTrailingZeros()).toPlainString();
     }
 
     private static Strip strip(Operation operation, List<Map<String, String>> steps, Subject subject) {

@@ -133,15 +133,15 @@ final class Page {
         if (card.steps().size() == 1) {
             return "";
         }
+        String names = escaped(String.join(", ", card.steps().get(0).keySet()));
         List<String> texts = card.steps().stream().map(values -> values(values, "", " ", ", ")).toList();
         return """
-            <label class="slider">%s
-            <input type="range" min="0" max="%d" value="%d" data-steps="%s" aria-label="%s of %s" aria-valuetext="%s">
-            <output>%s</output></label>
+            <label class="slider">%1$s
+            <input type="range" min="0" max="%2$d" value="%3$d" data-steps="%4$s" aria-label="%1$s of %5$s" aria-valuetext="%6$s">
+            <output>%6$s</output></label>
             """.formatted(
-                String.join(", ", card.steps().get(0).keySet()), card.steps().size() - 1, card.usual(),
-                escaped(String.join("|", texts)), String.join(", ", card.steps().get(0).keySet()), escaped(card.operation().name()),
-                escaped(texts.get(card.usual())), escaped(texts.get(card.usual())));
+                names, card.steps().size() - 1, card.usual(), escaped(String.join("|", texts)), escaped(card.operation().name()),
+                escaped(texts.get(card.usual())));
     }
 
     private static String values(Map<String, String> values, String before, String between, String separator) {
@@ -163,7 +163,8 @@ final class Page {
         boolean blend = isBlend(card.operation());
         return "./fennic " + (blend ? "blend " : "effect ") + escaped(card.operation().name())
             + argument(subject.icon()) + (blend ? argument(subject.layer()) : "")
-            + (card.steps().size() == 1 ? "" : " <span>" + escaped(values(card.steps().get(card.usual()), "--", "=", " ")) + "</span>")
+            + (card.steps().size() == 1 ? ""
+                : " <span>" + escaped(values(card.steps().get(card.usual()), "--", "=", " ")) + "</span>")
             + " -o out.png";
     }
 
