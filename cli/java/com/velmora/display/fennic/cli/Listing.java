@@ -15,7 +15,7 @@ final class Listing implements Callable<Integer> {
     @Override
     public Integer call() {
         if (markdown) {
-            System.out.print(markdown());
+            System.out.print(Markdown.table());
             return 0;
         }
         Table table = new Table("kind", "name", "native", "parameters", "what it does");
@@ -29,29 +29,5 @@ final class Listing implements Callable<Integer> {
         }
         table.print(System.out);
         return 0;
-    }
-
-    /** By kind and family; the numbered operations follow each other as they do in the list. */
-    private static String markdown() {
-        StringBuilder text = new StringBuilder("""
-            # Operations
-
-            Every operation with its native, the same call by name, and the command line's name in the first column. The formulas,
-            parameters and answers to bad arguments are in the Javadoc. `./fennic list --markdown` writes this file from
-            `jni/Operations.def`.
-            """);
-        String family = "";
-        for (Operation operation : Operation.all()) {
-            if (operation.kind().equals("ABORT")) {
-                continue;
-            }
-            if (!operation.family().equals(family)) {
-                family = operation.family();
-                text.append("\n## ").append(family).append("\n\n| | native | call | |\n|---|---|---|---|\n");
-            }
-            text.append("| %s | `%s` | `%s` | %s |\n".formatted(
-                operation.name(), operation.nativeName(), operation.typedCall(), operation.summary()));
-        }
-        return text.toString();
     }
 }
