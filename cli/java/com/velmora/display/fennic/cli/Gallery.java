@@ -1,33 +1,37 @@
 package com.velmora.display.fennic.cli;
 
-import static java.nio.charset.StandardCharsets.UTF_8;
-import static java.util.stream.Collectors.joining;
 import static java.util.stream.Collectors.toMap;
 
 import android.graphics.Bitmap;
 import com.velmora.display.fennic.cli.Operation.Parameter;
 import com.velmora.display.fennic.cli.Operation.Value;
 import java.io.IOException;
+import java.math.BigDecimal;
+import java.math.MathContext;
+import java.math.RoundingMode;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
+import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
 import java.util.concurrent.Callable;
-import java.util.function.Function;
+import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import picocli.CommandLine.Command;
 import picocli.CommandLine.Option;
 
 @Command(name = "gallery", description = "Shows every blend, effect and filter on icons as a web page.")
 final class Gallery implements Callable<Integer> {
-    /** Twice the size at which the page shows a picture would be ideal; this keeps eighty operations below 15 MB. */
-    private static final int THUMBNAIL = 120;
+    /** Twice the size at which the page shows a picture is enough for fine screens. */
+    private static final int SIDE = 192;
 
-    /** So many icons show a named operation, a number, and what parameters change; they fill the rows of a wide page. */
-    private static final int NAMED = 6;
-    private static final int NUMBERED = 3;
-    private static final int COMPARED = 4;
+    /** So many icons show a blend, with as many layers, and any other operation: each fills one row of a wide page. */
+    private static final int BLENDED = 3;
+    private static final int CHANGED = 4;
+
+    /** So many steps a slider has to either side of the usual values. */
+    private static final int STEPS = 4;
 
     @Option(
         names = "--icons",
@@ -40,7 +44,7 @@ final class Gallery implements Callable<Integer> {
         names = "--out",
         paramLabel = "DIR",
         defaultValue = "${sys:fennic.root:-.}/build/gallery",
-        description = "Where index.html and images go (default: ${DEFAULT-VALUE}).")
+        description = "Where index.html and images go, in place of a former gallery (default: ${DEFAULT-VALUE}).")
     private Path out;
 
     @Option(
@@ -50,35 +54,42 @@ final class Gallery implements Callable<Integer> {
         description = "What ./benchmark measured, for a chart (default: ${DEFAULT-VALUE}).")
     private Path figures;
 
-    /** A picture, as a file of its own and as the page shows it. */
-    record Picture(String name, Bitmap bitmap, byte[] png, byte[] thumbnail) {
+    /** A picture of the page: images/NAME.png. */
+    record Picture(String name, int width, int height, byte[] png) {
         static Picture of(String name, Bitmap bitmap) {
-            return new Picture(name, bitmap, Pngs.encode(bitmap), Pngs.encode(Pngs.within(bitmap, THUMBNAIL)));
+            Bitmap shown = Pngs.within(bitmap, SIDE);
+            return new Picture(name, shown.getWidth(), shown.getHeight(), Pngs.encode(shown));
+        }
+    }
+
+    /** A PNG file, what is in it, and how the page shows it. */
+    record Source(Path file, Bitmap bitmap, Picture picture) {
+        /** "icon-road-map" is titled "road map". */
+        String title() {
+            return picture.name.substring(picture.name.indexOf('-') + 1).replace('-', ' ');
         }
     }
 
     /** An icon with the layer that goes over it, in the icon's size. */
-    record Subject(Picture icon, Picture layer, Measurement measurement) {}
+    record Subject(Source icon, Source layer, Measurement measurement) {}
 
-    /** What became of a subject, and what is written under it. */
-    record Result(String caption, Picture picture) {}
+    /** What became of a subject, at every step of the slider. */
+    record Strip(Subject subject, List<Picture> results) {}
 
-    record Strip(Subject subject, List<Result> results) {}
-
-    record Card(Operation operation, List<Strip> strips, double nanosPerPixel) {}
+    /** Every step of the slider has the compared parameters' values by their names. */
+    record Card(Operation operation, List<Map<String, String>> steps, int usual, List<Strip> strips, double nanosPerPixel) {}
 
     @Override
     public Integer call() {
-        Path images = out.resolve("images");
-        checkFolder(images);
+        GalleryFolder folder = new GalleryFolder(out);
         Speeds speeds = Speeds.read(figures);
         List<Subject> subjects = subjects();
         List<Card> cards = new ArrayList<>();
         // Everything is made before anything is written, so that a failing native leaves no torn gallery.
         List<Picture> pictures = new ArrayList<>();
         for (Subject subject : subjects) {
-            pictures.add(subject.icon);
-            pictures.add(subject.layer);
+            pictures.add(subject.icon.picture);
+            pictures.add(subject.layer.picture);
         }
         Stopwatch stopwatch = new Stopwatch(subjects.get(0).icon.bitmap, subjects.get(0).layer.bitmap);
         List<Operation> operations = Operation.of(List.of("BLEND", "EFFECT", "FILTER"));
@@ -86,38 +97,51 @@ final class Gallery implements Callable<Integer> {
             for (Operation operation : operations) {
                 progress.step(operation.name());
                 double nanos = stopwatch.nanosPerPixel(operation);
-                int shown = operation.isNumbered() ? NUMBERED : operation.compared().isEmpty() ? NAMED : COMPARED;
+                List<Map<String, String>> steps = steps(operation);
+                int shown = operation.kind().equals("BLEND") ? BLENDED : CHANGED;
                 List<Strip> strips = subjects.subList(0, Math.min(shown, subjects.size())).parallelStream()
-                    .map(subject -> strip(operation, subject))
+                    .map(subject -> strip(operation, steps, subject))
                     .toList();
-                cards.add(new Card(operation, strips, nanos));
-                strips.forEach(strip -> strip.results.forEach(result -> pictures.add(result.picture)));
+                cards.add(new Card(operation, steps, steps.indexOf(values(operation, 0)), strips, nanos));
+                strips.forEach(strip -> pictures.addAll(strip.results));
             }
             progress.step("writing");
-            createFolder(images);
-            for (Picture picture : pictures) {
-                Pngs.write(images.resolve(picture.name + ".png"), picture.png);
-            }
-            Pngs.write(out.resolve("index.html"), new Page(subjects, cards, speeds).html().getBytes(UTF_8));
+            folder.write(new Page(subjects, cards, speeds).html(), pictures);
         }
-        System.out.println(out.resolve("index.html"));
+        System.out.println(folder.index());
         return 0;
     }
 
-    private static Strip strip(Operation operation, Subject subject) {
-        Result usual = result(operation, subject, "", Parameter::initial);
-        return new Strip(subject, operation.compared().isEmpty() ? List.of(usual) : List.of(
-            result(operation, subject, "-low", Parameter::low), usual, result(operation, subject, "-high", Parameter::high)));
+    /** One step without values where there is nothing to compare; whole numbers may lie closer together than the steps. */
+    private static List<Map<String, String>> steps(Operation operation) {
+        return IntStream.rangeClosed(-STEPS, STEPS).mapToObj(step -> values(operation, step)).distinct().toList();
     }
 
-    private static Result result(Operation operation, Subject subject, String suffix, Function<Parameter, String> value) {
-        List<Parameter> compared = operation.compared();
-        Map<String, Value> values = compared.stream().collect(toMap(Parameter::name, p -> p.value(value.apply(p))));
-        String caption = compared.isEmpty()
-            ? operation.name()
-            : compared.stream().map(p -> p.name() + " " + value.apply(p)).collect(joining(", "));
-        Bitmap bitmap = operation.changed(subject.icon.bitmap, subject.layer.bitmap, values);
-        return new Result(caption, Picture.of(operation.name() + suffix + "-" + subject.icon.name, bitmap));
+    private static Map<String, String> values(Operation operation, int step) {
+        Map<String, String> values = new LinkedHashMap<>();
+        operation.compared().forEach(parameter -> values.put(parameter.name(), value(parameter, step)));
+        return values;
+    }
+
+    private static String value(Parameter parameter, int step) {
+        BigDecimal usual = new BigDecimal(parameter.initial());
+        BigDecimal end = new BigDecimal(step < 0 ? parameter.low() : parameter.high());
+        BigDecimal part = end.subtract(usual).multiply(BigDecimal.valueOf(Math.abs(step))).divide(BigDecimal.valueOf(STEPS));
+        BigDecimal value = usual.add(part).round(new MathContext(3));
+        boolean whole = parameter.type().equals("int");
+        return (whole ? value.setScale(0, RoundingMode.HALF_UP) : value.stripTrailingZeros()).toPlainString();
+    }
+
+    private static Strip strip(Operation operation, List<Map<String, String>> steps, Subject subject) {
+        List<Picture> results = new ArrayList<>();
+        for (Map<String, String> step : steps) {
+            Map<String, Value> values = operation.compared().stream()
+                .collect(toMap(Parameter::name, parameter -> parameter.value(step.get(parameter.name()))));
+            Bitmap bitmap = operation.changed(subject.icon.bitmap, subject.layer.bitmap, values);
+            String number = steps.size() == 1 ? "-" : "-" + results.size() + "-";
+            results.add(Picture.of(operation.name() + number + subject.icon.picture.name, bitmap));
+        }
+        return new Strip(subject, results);
     }
 
     /** The layers take turns over the icons, so that each blend is seen with all of them. */
@@ -127,13 +151,16 @@ final class Gallery implements Callable<Integer> {
         List<Bitmap> layers = layerFiles.stream().map(Pngs::read).toList();
         List<Subject> subjects = new ArrayList<>();
         for (int i = 0; i < iconFiles.size(); ++i) {
-            Bitmap icon = Pngs.read(iconFiles.get(i));
+            Source icon = source(iconFiles.get(i), Pngs.read(iconFiles.get(i)));
             int l = i % layers.size();
-            Bitmap layer = Pngs.scaled(layers.get(l), icon.getWidth(), icon.getHeight());
-            subjects.add(new Subject(
-                Picture.of(name(iconFiles.get(i)), icon), Picture.of(name(layerFiles.get(l)), layer), Measurement.of(icon)));
+            Bitmap layer = Pngs.scaled(layers.get(l), icon.bitmap.getWidth(), icon.bitmap.getHeight());
+            subjects.add(new Subject(icon, source(layerFiles.get(l), layer), Measurement.of(icon.bitmap)));
         }
         return subjects;
+    }
+
+    private static Source source(Path file, Bitmap bitmap) {
+        return new Source(file, bitmap, Picture.of(name(file), bitmap));
     }
 
     private static String name(Path file) {
@@ -152,25 +179,5 @@ final class Gallery implements Callable<Integer> {
             throw new Failure(icons, "holds no " + prefix + "*.png; name another folder with --icons");
         }
         return found;
-    }
-
-    /** Says before any work is done what would keep the folder from being made. */
-    private static void checkFolder(Path folder) {
-        Path existing = folder.toAbsolutePath();
-        while (!Files.exists(existing)) {
-            existing = existing.getParent();
-        }
-        if (!Files.isDirectory(existing) || !Files.isWritable(existing)) {
-            String why = Files.isDirectory(existing) ? "no permission to write in " : "not a folder: ";
-            throw new Failure(folder, why + existing + "; name another place with --out");
-        }
-    }
-
-    private static void createFolder(Path folder) {
-        try {
-            Files.createDirectories(folder);
-        } catch (IOException e) {
-            throw new Failure(folder, "cannot be created; name another place with --out");
-        }
     }
 }

@@ -1,23 +1,25 @@
 package com.velmora.display.fennic.cli;
 
+import static java.nio.charset.StandardCharsets.UTF_8;
 import static java.util.stream.Collectors.joining;
 
+import com.velmora.display.fennic.cli.Operation.Parameter;
 import java.io.IOException;
+import java.net.URLEncoder;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.time.LocalDate;
 import java.util.ArrayList;
-import java.util.Base64;
 import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Locale;
 import java.util.Map;
+import java.util.stream.Stream;
 
-/** The gallery as one HTML page that needs nothing else. */
+/** The gallery's page, which shows the pictures beside it as they are scrolled to, and needs nothing else. */
 final class Page {
-    private static final String SHARED_TILE = """
-        <span class="tile"><span class="%s-%d" role="img" aria-label="%s"></span></span>
-        """;
+    /** The ways to call an operation, of which one is shown at a time. */
+    private static final List<String> CALLS = List.of("Java", "Native", "Command");
 
     private final List<Gallery.Subject> subjects;
     private final List<Gallery.Card> cards;
@@ -33,14 +35,16 @@ final class Page {
     String html() {
         Map<String, List<Gallery.Card>> families = new LinkedHashMap<>();
         cards.forEach(card -> families.computeIfAbsent(card.operation().family(), family -> new ArrayList<>()).add(card));
-        long layers = subjects.stream().map(subject -> subject.layer().name()).distinct().count();
+        long layers = subjects.stream().map(subject -> subject.layer().title()).distinct().count();
         return Resource.text("gallery.html")
-            .replace("{{style}}", Resource.text("gallery.css") + shared())
-            .replace("{{favicon}}", data(subjects.get(0).icon()))
+            .replace("{{style}}", Resource.text("gallery.css"))
+            .replace("{{favicon}}", file(subjects.get(0).icon().picture()))
             .replace("{{counts}}", "%d blends, %d effects and %d filters over %d icons and %d layers".formatted(
                 count("BLEND"), count("EFFECT"), count("FILTER"), subjects.size(), layers))
             .replace("{{navigation}}", each(families, this::navigation))
             .replace("{{families}}", each(families, this::section))
+            .replace("{{letters}}", Formula.letters())
+            .replace("{{measuring}}", Words.finding(Operation.of(List.of("MEASURE", "GEOMETRY")).stream()))
             .replace("{{measurements}}", subjects.stream().map(this::measurement).collect(joining()))
             .replace("{{speeds}}", speeds == null ? "<p class=\"legend\"><code>./benchmark</code> adds a chart of speeds here.</p>\n"
                 : """
@@ -82,52 +86,118 @@ final class Page {
 
     private String card(Gallery.Card card) {
         Operation operation = card.operation();
-        String parameters = operation.parameters().stream()
-            .filter(Operation.Parameter::isValue)
-            .map(p -> "<span class=\"parameter\">%s = %s</span>".formatted(escaped(p.name()), escaped(p.initial())))
-            .collect(joining("\n"));
+        Words words = Words.of(operation);
+        Formula formula = Formula.of(operation);
+        String benchmark = speeds == null ? "" : speeds.beside(operation.name());
         return """
-            <article class="card" id="card-%1$s" data-words="%1$s %2$s">
+            <article class="card" id="card-%1$s" data-words="%2$s">
             <header>
             <h3><a href="#card-%1$s">%1$s</a></h3>
             %3$s
-            <p class="speed" title="Median of repeated calls on 1024 × 1024 pixels"><b>%4$s</b> ns per pixel</p>
+            <p class="speed"><b>%4$s</b> ns per pixel%5$s</p>
             </header>
-            <p class="summary">%5$s.</p>
-            <div class="strips" style="--tiles:%8$d">
-            %6$s</div>
-            <div class="call"><code>%7$s</code>
-            <button type="button" class="copy" aria-label="Copy the call of %1$s">Copy</button></div>
+            <p class="summary">%6$s.</p>
+            %7$s<div class="strips" style="--tiles:%8$d">
+            %9$s</div>
+            <details class="formula wide">
+            <summary>Formula</summary>
+            %10$s
+            %11$s%12$s</details>
+            <div class="calls">
+            <fieldset>
+            <legend>Call of %1$s</legend>
+            %13$s</fieldset>
+            %14$s<button type="button" class="copy" aria-label="Copy the call of %1$s">Copy</button>
+            </div>
             </article>
             """.formatted(
-                escaped(operation.name()), operation.nativeName(), parameters,
+                escaped(operation.name()), escaped(Words.finding(Stream.of(operation))),
+                operation.parameters().stream().filter(Parameter::isValue).map(Page::parameter).collect(joining("\n")),
                 String.format(Locale.ROOT, card.nanosPerPixel() < 10 ? "%.2f" : "%.1f", card.nanosPerPixel()),
-                escaped(operation.summary()),
-                card.strips().stream().map(strip -> strip(operation, strip)).collect(joining()), escaped(operation.call()),
-                1 + (isBlend(operation) ? 1 : 0) + card.strips().get(0).results().size());
+                benchmark.isEmpty() ? "" : "<span>" + escaped(benchmark) + "</span>",
+                escaped(operation.summary()), slider(card), isBlend(operation) ? 3 : 2,
+                card.strips().stream().map(strip -> strip(card, strip)).collect(joining()), formula.shown(),
+                words.difference().isEmpty() ? "" : "<p><b>Unlike elsewhere:</b> " + escaped(words.difference()) + "</p>\n",
+                formula.more().isEmpty() ? "" : "<details>\n<summary>More</summary>\n" + formula.more() + "\n</details>\n",
+                CALLS.stream().map(call -> choice(call, operation.name())).collect(joining()),
+                code(0, escaped(operation.typedCall())) + code(1, escaped(operation.call())) + code(2, command(card)));
     }
 
-    private String strip(Operation operation, Gallery.Strip strip) {
-        int index = subjects.indexOf(strip.subject());
-        String icon = title(strip.subject().icon());
-        String layer = title(strip.subject().layer());
-        StringBuilder tiles = new StringBuilder(SHARED_TILE.formatted("before", index, icon + " before"));
-        StringBuilder captions = new StringBuilder("<span>" + icon + "</span>");
-        if (isBlend(operation)) {
-            tiles.append(SHARED_TILE.formatted("layer", index, "layer " + layer));
-            captions.append("<span>" + layer + "</span>");
+    /** What the list says of a parameter. */
+    private static String parameter(Parameter parameter) {
+        return "<span class=\"parameter\">%s = %s</span>".formatted(escaped(parameter.name()), escaped(parameter.initial()));
+    }
+
+    /** Without scripts it is not shown, and the pictures are those of the usual values. */
+    private static String slider(Gallery.Card card) {
+        if (card.steps().size() == 1) {
+            return "";
         }
-        for (Gallery.Result result : strip.results()) {
-            tiles.append("""
-                <span class="tile"><img src="%s" alt="%s after %s" loading="lazy" decoding="async"></span>
-                """.formatted(data(result.picture()), icon, escaped(result.caption())));
-            captions.append("<span>" + escaped(result.caption()) + "</span>");
-        }
+        String names = escaped(String.join(", ", card.steps().get(0).keySet()));
+        List<String> texts = card.steps().stream().map(values -> values(values, "", " ", ", ")).toList();
         return """
-            <figure class="strip">
-            %s<figcaption aria-hidden="true">%s</figcaption>
-            </figure>
-            """.formatted(tiles, captions);
+            <label class="slider">%1$s
+            <input type="range" min="0" max="%2$d" value="%3$d" data-steps="%4$s" aria-label="%1$s of %5$s" aria-valuetext="%6$s">
+            <output>%6$s</output></label>
+            """.formatted(
+                names, card.steps().size() - 1, card.usual(), escaped(String.join("|", texts)), escaped(card.operation().name()),
+                escaped(texts.get(card.usual())));
+    }
+
+    private static String values(Map<String, String> values, String before, String between, String separator) {
+        return values.entrySet().stream().map(e -> before + e.getKey() + between + e.getValue()).collect(joining(separator));
+    }
+
+    private static String choice(String call, String name) {
+        return "<label><input type=\"radio\" name=\"call-%s\" value=\"%s\"%s><span>%s</span></label>\n"
+            .formatted(escaped(name), slug(call), call.equals(CALLS.get(0)) ? " checked" : "", call);
+    }
+
+    private static String code(int call, String code) {
+        return "<code class=\"%s\">%s</code>\n".formatted(slug(CALLS.get(call)), code);
+    }
+
+    /** What makes the first picture of the card, with the values that are shown. */
+    private static String command(Gallery.Card card) {
+        Gallery.Subject subject = card.strips().get(0).subject();
+        boolean blend = isBlend(card.operation());
+        return "./fennic " + (blend ? "blend " : "effect ") + escaped(card.operation().name())
+            + argument(subject.icon()) + (blend ? argument(subject.layer()) : "")
+            + (card.steps().size() == 1 ? ""
+                : " <span>" + escaped(values(card.steps().get(card.usual()), "--", "=", " ")) + "</span>")
+            + " -o out.png";
+    }
+
+    /** The file as it is named in the library's folder, and as a shell takes it. */
+    private static String argument(Gallery.Source source) {
+        Path root = Path.of(System.getProperty("fennic.root", "."));
+        String path = (source.file().startsWith(root) ? root.relativize(source.file()) : source.file()).toString();
+        return " " + escaped(path.matches("[\\w./-]+") ? path : "'" + path.replace("'", "'\\''") + "'");
+    }
+
+    private static String strip(Gallery.Card card, Gallery.Strip strip) {
+        String icon = escaped(strip.subject().icon().title());
+        String layer = escaped(strip.subject().layer().title());
+        String name = escaped(card.operation().name());
+        return "<figure class=\"strip\">\n" + tile(strip.subject().icon().picture(), icon + " before")
+            + (isBlend(card.operation()) ? tile(strip.subject().layer().picture(), "layer " + layer) : "")
+            + tile(strip.results().get(card.usual()), icon + " after " + name)
+            + "<figcaption aria-hidden=\"true\"><span>" + icon + "</span>"
+            + (isBlend(card.operation()) ? "<span>" + layer + "</span>" : "")
+            + "<span>" + name + "</span></figcaption>\n</figure>\n";
+    }
+
+    private static String tile(Gallery.Picture picture, String description) {
+        return "<span class=\"tile\">" + image(picture, description) + "</span>\n";
+    }
+
+    private static String image(Gallery.Picture picture, String description) {
+        return "<img src=\"%s\" alt=\"%s\" width=\"%d\" height=\"%d\" loading=\"lazy\" decoding=\"async\">"
+            .formatted(file(picture), description, picture.width(), picture.height());
+    }
+
+    private static String file(Gallery.Picture picture) {
+        return "images/" + URLEncoder.encode(picture.name(), UTF_8).replace("+", "%20") + ".png";
     }
 
     private String measurement(Gallery.Subject subject) {
@@ -141,7 +211,7 @@ final class Page {
         return """
             <figure class="measured">
             <div class="tile">
-            <span class="before-%1$d" role="img" aria-label="%2$s with its cut-off rectangle"></span>
+            %1$s
             <svg viewBox="0 0 %3$d %4$d" aria-hidden="true"><rect x="%5$d" y="%6$d" width="%7$d" height="%8$d"/></svg>
             <span class="swatch" style="--color:%9$s"></span>
             </div>
@@ -149,7 +219,8 @@ final class Page {
             <h3>%2$s</h3>
             <dl>
             """.formatted(
-                subjects.indexOf(subject), title(subject.icon()), m.width(), m.height(),
+                image(subject.icon().picture(), escaped(subject.icon().title()) + " with its cut-off rectangle"),
+                escaped(subject.icon().title()), m.width(), m.height(),
                 cut[0], cut[1], cut[2] - cut[0] + 1, cut[3] - cut[1] + 1, straight(rgba))
             + fact("Size", "%d × %d".formatted(m.width(), m.height()))
             + fact("Visible", String.format(Locale.ROOT, "%,d (%.1f %%)", m.visible(), 100 * m.visible() / area))
@@ -172,25 +243,6 @@ final class Page {
         return String.format(Locale.ROOT, "rgb(%d %d %d / %.3f)",
             Math.min(255, rgba[0] * 255 / alpha), Math.min(255, rgba[1] * 255 / alpha), Math.min(255, rgba[2] * 255 / alpha),
             rgba[3] / 255.0);
-    }
-
-    /** Icons and layers come again in every card; as backgrounds in the style sheet they are in the page once. */
-    private String shared() {
-        StringBuilder rules = new StringBuilder();
-        for (int i = 0; i < subjects.size(); ++i) {
-            rules.append(".before-%d{background-image:url(%s)}\n".formatted(i, data(subjects.get(i).icon())));
-            rules.append(".layer-%d{background-image:url(%s)}\n".formatted(i, data(subjects.get(i).layer())));
-        }
-        return rules.toString();
-    }
-
-    private static String data(Gallery.Picture picture) {
-        return "data:image/png;base64," + Base64.getEncoder().encodeToString(picture.thumbnail());
-    }
-
-    /** "icon-road-map" is titled "road map". */
-    private static String title(Gallery.Picture picture) {
-        return escaped(picture.name().substring(picture.name().indexOf('-') + 1).replace('-', ' '));
     }
 
     private static String slug(String text) {

@@ -46,6 +46,16 @@ record Speeds(LocalDate date, Map<String, Map<String, Double>> byOperation) {
         }
     }
 
+    /** An operation's speed with the fastest peer's; empty where no peer has it. */
+    String beside(String operation) {
+        Map<String, Double> speeds = byOperation.get(operation);
+        return speeds == null ? "" : speeds.entrySet().stream()
+            .filter(speed -> !speed.getKey().equals(OURS))
+            .max(Map.Entry.comparingByValue())
+            .map(peer -> String.format(Locale.ROOT, "%,.0f Mpx/s (%s %,.0f)", speeds.get(OURS), peer.getKey(), peer.getValue()))
+            .orElseThrow();
+    }
+
     private List<String> peers() {
         return byOperation.values().stream().flatMap(speeds -> speeds.keySet().stream())
             .filter(peer -> !peer.equals(OURS)).distinct().sorted().toList();

@@ -1,5 +1,6 @@
 package com.velmora.display.fennic.cli;
 
+import static java.util.stream.Collectors.toMap;
 import static org.junit.jupiter.api.Assertions.*;
 
 import java.awt.image.BufferedImage;
@@ -8,7 +9,12 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.Arrays;
 import java.util.List;
+import java.util.Map;
+import java.util.Set;
+import java.util.TreeSet;
+import java.util.regex.MatchResult;
 import java.util.regex.Pattern;
+import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import javax.imageio.ImageIO;
 import org.junit.jupiter.api.BeforeAll;
@@ -50,6 +56,8 @@ class CommandLineTest {
         Files.write(folder.resolve("cut.png"), Arrays.copyOf(whole, whole.length / 2));
         Files.writeString(folder.resolve("text.png"), "not a picture");
         Files.createDirectory(folder.resolve("empty"));
+        Files.createDirectory(folder.resolve("site"));
+        Files.writeString(folder.resolve("site/index.html"), "somebody's own page");
         Files.writeString(folder.resolve("figures.csv"), """
             size,picture,peer,op,best_mpx_s,median_mpx_s
             1024,random,limit,copy,8000.00,7900.00
@@ -96,6 +104,7 @@ class CommandLineTest {
         "effect pick-channel base.png --channel 4 -o out.png         | 1 | nativePickUpChannel failed with status -1",
         "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
         "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
+        "gallery --icons . --out site                                | 1 | site: holds a page or pictures that are no gallery",
         "gallery --icons gone --out g                                | 1 | gone: no such folder",
         "gallery --icons . --out g --figures torn.csv                | 1 | torn.csv:2: not size,picture,peer,op",
     })
@@ -161,25 +170,73 @@ class CommandLineTest {
         assertTrue(names.containsAll(List.of("darken", "mode-23", "invert", "swirl")));
         assertFalse(names.contains("linear-light-c"), "what has no native cannot be called");
 
+        // A former gallery's pictures go.
+        Files.createDirectories(folder.resolve("gallery/images"));
+        Files.writeString(folder.resolve("gallery/images/former.png"), "");
+        Files.writeString(folder.resolve("gallery/index.html"), "<title>fennic gallery</title>");
+
         Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery", "--figures", "figures.csv");
         assertEquals(0, result.exitCode, result.err);
         String page = Files.readString(folder.resolve("gallery/index.html"));
-        List<String> cards = all("class=\"card\" id=\"card-([^\"]+)\"", page);
-        assertEquals(names.stream().sorted().toList(), cards.stream().sorted().toList());
-        assertFalse(Pattern.compile("https?:|@import|(src=\"|url\\()(?!data:)").matcher(page).find(), "the page loads nothing");
+        Map<String, String> cards = Pattern.compile("class=\"card\" id=\"card-([^\"]+)\".*?</article>", Pattern.DOTALL)
+            .matcher(page).results().collect(toMap(card -> card.group(1), MatchResult::group));
+        assertEquals(Set.copyOf(names), cards.keySet());
+        assertFalse(Pattern.compile("https?:|@import|url\\(|data:").matcher(page).find(), "the page loads nothing but pictures");
+        assertFalse(page.contains("{{"), "a slot of the template was left open");
+        assertTrue(page.length() < 300_000, "the page is small: " + page.length());
+
+        Set<String> shown = new TreeSet<>(
+            all(" src=\"images/([^\"]+)\" alt=\"[^\"]+\" width=\"10\" height=\"10\" loading=\"lazy\"", page));
+        cards.forEach((name, card) -> {
+            int steps = all(" data-steps=\"([^\"]+)\"", card).stream().mapToInt(texts -> texts.split("[|]").length).sum();
+            IntStream.range(0, steps).forEach(step -> shown.add(name + "-" + step + "-icon-oblong.png"));
+            boolean formula = card.replaceFirst("(?s).*<summary>Formula</summary>", "")
+                .replaceFirst("(?s)(<details>|</details>).*", "").contains("<code>");
+            assertEquals(!List.of("pick-channel", "pixelate").contains(name), formula, "a formula in its comment: " + name);
+            assertTrue(Pattern.compile("<code class=\"java\">(Blend|StraightBlend|Effects)\\.\\w.*;<").matcher(card).find(), name);
+        });
+        assertEquals(shown, Set.of(folder.resolve("gallery/images").toFile().list()), "every picture is there, and no other");
+        assertEquals(
+            Files.readAllLines(ROOT.resolve("jni/Operations.def")).stream()
+                .filter(line -> line.matches("OPERATION\\((BLEND|EFFECT|FILTER),.*=[^ \"]+\\[\\S+\\.\\.\\S+].*")).count(),
+            all("data-steps=\"([^\"]+)\"", page).size(), "a slider for each operation with values to compare");
+        assertEquals(List.of("exposure -1|exposure -0.625|exposure -0.25|exposure 0.125|exposure 0.5|exposure 0.625|exposure 0.75|"
+            + "exposure 0.875|exposure 1"), all("data-steps=\"([^\"]+)\"", cards.get("exposure")));
+        assertEquals(List.of("radius 1|radius 2|radius 3|radius 4|radius 5"), all("data-steps=\"([^\"]+)\"", cards.get("kuwahara")));
+
+        for (String found : List.of("mode-4 multiply product nativetkpsblendingmode straightblend", "linear-dodge add plus blend",
+                "pixelate mosaic", "kuwahara oil painting", "black-and-white b&w threshold", "desaturate grayscale greyscale",
+                "monochrome tint colour color", "color-burn burn handle5 colour")) {
+            List<String> words = List.of(found.split(" "));
+            assertTrue(List.of(all("data-words=\"([^\"]+)\"", cards.get(words.get(0))).get(0).replace("&amp;", "&").split(" "))
+                .containsAll(words.subList(1, words.size())), found);
+        }
+        for (String text : List.of("Mode 4: <code>f = A * B * K</code>", "<code>c1 = mix(c1 * c2 * K)</code>, see",
+                "<b>Unlike elsewhere:</b> Takes the saturation from the layer", "<span>1,500 Mpx/s (skia 1,200)</span>",
+                "<code class=\"native\">VelUIBitmapUtils.nativeEraseGray(bitmap, 100, null, null);</code>",
+                "nativeImageFilter10(source, destination, source.getWidth() / 2f, source.getHeight() / 2f, source.getWidth() * 5 / 12f,"
+                    + " 0.3);")) {
+            assertTrue(page.contains(text), text);
+        }
         assertEquals(List.of("fennic 1,500", "skia 1,200", "qt 400"),
             all("class=\"bar peer-(\\w+\".*>[\\d,]+)</span>", page).stream().map(bar -> bar.replaceAll("\".*>", " ")).toList());
         assertTrue(page.contains("<b>1.25 ×</b>"), "the ratio to the fastest peer");
-        assertFalse(page.contains("{{"), "a slot of the template was left open");
-        for (String call : List.of("nativeEraseGray(bitmap, 100, null, null);", "nativeImageFilter10(source, destination,"
-                + " source.getWidth() / 2f, source.getHeight() / 2f, source.getWidth() * 5 / 12f, 0.3);")) {
-            assertTrue(page.contains("<code>VelUIBitmapUtils." + call + "</code>"), "a call to copy: " + call);
+        assertEquals(List.of("Darken", "Lighten", "Contrast", "Compare", "Hue", "By number", "Masks and sums", "Channels", "Tones",
+            "Patterns", "Colour", "Detail", "Space", "Measurements", "Speed", "Letters of the formulas"), all("<h2>([^<]+)</h2>", page));
+
+        // The command of a card makes its picture.
+        for (String name : List.of("darken", "vignette-4")) {
+            String command = all("<code class=\"command\">./fennic (.*)</code>", cards.get(name.replace("-4", ""))).get(0);
+            assertEquals(new Result(0, "", ""), run(folder, command.replaceAll("<[^>]*>", "").split(" ")));
+            assertArrayEquals(Files.readAllBytes(folder.resolve("gallery/images/" + name + "-icon-oblong.png")),
+                Files.readAllBytes(folder.resolve("out.png")), command);
         }
-        assertEquals(List.of("Darken", "Lighten", "Contrast", "Compare", "Hue", "By number", "Masks and sums", "Channels",
-            "Tones", "Patterns", "Colour", "Detail", "Space", "Measurements", "Speed"), all("<h2>([^<]+)</h2>", page));
-        for (String name : Stream.concat(names.stream(), Stream.of("alpha-low", "alpha-high")).toList()) {
-            assertEquals(10, ImageIO.read(folder.resolve("gallery/images/" + name + "-icon-oblong.png").toFile()).getWidth());
-        }
+    }
+
+    @Test
+    void theDocumentedTableIsTheList() throws Exception {
+        assertEquals(Files.readString(ROOT.resolve("docs/operations.md")), run(folder, "list", "--markdown").out,
+            "let ./fennic list --markdown write docs/operations.md anew");
     }
 
     private static List<String> all(String pattern, String text) {
