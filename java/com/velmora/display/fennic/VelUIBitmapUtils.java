@@ -47,8 +47,9 @@ import android.graphics.Bitmap;
  * {@code Rect is 0, 0, width, height} of the base. The line goes to the platform's log, with the priority debug and the tag
  * {@code jni/KorvGraphics2D}, and without a line break to the process's standard error stream. On Android
  * {@code adb logcat jni/KorvGraphics2D:S} leaves it out of what is shown; no property can silence that tag, for none may have a
- * slash in its name. On a desktop Debian's log prints nothing, and the other copy is not what {@link System#setErr} redirects:
- * {@code 2>/dev/null} is. {@link #nativeBitmapHandle13C} and {@link #nativeTkPSBlendingMode} log nothing.
+ * slash in its name. On a desktop JVM the log is the error stream as well, and {@code ANDROID_LOG_TAGS='*:S'} in the environment
+ * silences it; the other copy is not what {@link System#setErr} redirects: {@code 2>/dev/null} is.
+ * {@link #nativeBitmapHandle13C} and {@link #nativeTkPSBlendingMode} log nothing.
  *
  * <p><b>Sources.</b> A blend marked "W3C blending" follows the mode of its name in
  * <a href="https://www.w3.org/TR/compositing-1/#blending">Compositing and Blending Level 1, section 10</a>; the special cases
