@@ -28,7 +28,7 @@ constexpr Processor processor{64, true, true, true, true};
 constexpr Processor processor{32, true, true, false, false};
 #elif defined(__aarch64__)
 constexpr Processor processor{16, true, true, true, false};
-#elif defined(__SSE4_1__)
+#elif defined(__SSE4_1__) || defined(__wasm_simd128__)
 constexpr Processor processor{16, false, true, false, false};
 #elif defined(__SSE2__)
 constexpr Processor processor{16, false, false, false, false};
