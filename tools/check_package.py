@@ -177,6 +177,8 @@ def check_readme(aar):
     for abi in abis:
         size, said = (aar / f"jni/{abi}/libfennic.so").stat().st_size / 1024, re.search(rf"`{abi}` \| (\d+) KB", readme)
         demand(said and abs(int(said[1]) - size) < 0.05 * size, f"the README's size of {abi} is not {size:.0f} KB")
+    size, said = (dist / "npm/fennic/fennic.wasm").stat().st_size / 1024, re.search(r"`fennic.wasm` has (\d+) KB", readme)
+    demand(said and abs(int(said[1]) - size) < 0.05 * size, f"the README's size of fennic.wasm is not {size:.0f} KB")
 
 
 def check_maven():

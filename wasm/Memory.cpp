@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-extern "C" unsigned char __heap_base;  // the linker's: where static data ends
+extern "C" unsigned char endOfData asm("__heap_base");  // the linker's
 
 namespace {
 
@@ -49,7 +49,7 @@ void releaseUpTo(std::uintptr_t end) {
 // More memory behind the last block, so that one of `size` fits there; whether there was any.
 bool grow(std::size_t size) {
     if (endOfMemory == 0) {
-        endOfMemory = (reinterpret_cast<std::uintptr_t>(&__heap_base) + alignof(Block) - 1) / alignof(Block) * alignof(Block);
+        endOfMemory = (reinterpret_cast<std::uintptr_t>(&endOfData) + alignof(Block) - 1) / alignof(Block) * alignof(Block);
         releaseUpTo(page * __builtin_wasm_memory_size(0));
         return true;
     }

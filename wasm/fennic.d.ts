@@ -2,8 +2,8 @@
 export function load(bytes?: BufferSource | URL | WebAssembly.Module): Promise<void>;
 
 /**
- * A picture in the library's memory, clear unless pixels are given: rows of red, green, blue, alpha, a byte each, colour premultiplied
- * by alpha. It stays there until it is freed. All of them together have a gigabyte.
+ * A picture in the library's memory, clear unless pixels are given: rows of red, green, blue, alpha, a byte each, colour
+ * premultiplied by alpha. It stays there until it is freed. All of them together have a gigabyte.
  */
 export class Bitmap {
     readonly width: number;
@@ -15,7 +15,9 @@ export class Bitmap {
     /** @throws RangeError where it is too large, or there is no memory left for it. */
     constructor(width: number, height: number, pixels?: Uint8Array | Uint8ClampedArray, stride?: number);
 
-    /** The memory itself, to be read and written. A view ends when the memory grows: ask anew after a bitmap is made or a call. */
+    /**
+     * The memory itself, to be read and written. A view ends when the memory grows: ask anew after a bitmap is made or a call.
+     */
     get pixels(): Uint8ClampedArray;
 
     /** Gives the memory back; nothing takes the bitmap afterwards. */
@@ -54,21 +56,23 @@ export const operations: readonly Operation[];
 export type Parameters = Record<string, number | boolean | ArrayLike<number>>;
 
 /**
- * Makes a blend, an effect or a filter of one of the bitmaps, in place: of the first one, unless the operation's `written` says another.
- * A blend's layer may be larger than its base; other bitmaps are of one size.
+ * Makes a blend, an effect or a filter of one of the bitmaps, in place: of the first one, unless the operation's `written` says
+ * another. A blend's layer may be larger than its base; other bitmaps are of one size.
  * @throws in words, and without a change, where an argument is none that the operation takes.
  */
 export function apply(name: string, bitmaps: Bitmap | Bitmap[], parameters?: Parameters): void;
 
 /**
- * What an operation measures: a number; four of them, for a rectangle or a colour; or, of the two that take no bitmap, the result and the
- * arrays by their names.
+ * What an operation measures: a number; four of them, for a rectangle or a colour; or, of the two that take no bitmap, the
+ * result and the arrays by their names.
  */
-export function measure(name: string, bitmaps: Bitmap | Bitmap[], parameters?: Parameters): number | number[] | Record<string, number | number[]>;
+export function measure(name: string, bitmaps: Bitmap | Bitmap[], parameters?: Parameters): number | number[] |
+    Record<string, number | number[]>;
 
 /**
- * The call as native callers make it: each bitmap may be null, values come in the order of the parameters, numbers may be any and arrays
- * null or too short. It answers with the library's own status, 0 or negative, or its measure; and with the arrays afterwards.
+ * The call as native callers make it: each bitmap may be null, values come in the order of the parameters, numbers may be any
+ * and arrays null or too short. It answers with the library's own status, 0 or negative, or its measure; and with the arrays
+ * afterwards.
  */
 export function call(name: string, bitmaps: (Bitmap | null)[], values: unknown[]): {result: number; arrays: (number[] | null)[]};
 

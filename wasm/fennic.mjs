@@ -1,15 +1,15 @@
-// libfennic in a browser or in Node.js: bitmaps in the memory of fennic.wasm, and the operations on them. fennic.d.ts says what each
-// name is for.
+// libfennic in a browser or in Node.js: bitmaps in the memory of fennic.wasm, and the operations on them. fennic.d.ts says what
+// each name is for.
 
 const maths = {
     atan: Math.atan,
     cos: Math.cos,
     exp2: x => 2 ** x,
-    fmod: (x, y) => x % y, // exact, by the language's definition
+    fmod: (x, y) => x % y,  // exact, by the language's definition
     sin: Math.sin,
     tan: Math.tan,
 };
-const limit = 1024; // megabytes, the bound that the module is linked with
+const limit = 1024;  // megabytes, the bound that the module is linked with
 const mostElements = 16;
 const refusals = {
     '-1': 'the arguments would lead outside of the bitmaps',
@@ -60,7 +60,8 @@ async function compiled(bytes = new URL('fennic.wasm', import.meta.url)) {
 function argumentsIn(text, kind, frame) {
     const bitmaps = [], parameters = [];
     let written = kind === 'MEASURE' || kind === 'GEOMETRY' ? -1 : 0;
-    for (const [, name, type, usual, low, high] of text.matchAll(/(\w+):(\w+(?:\[\d*\])?)(?:=([^\s[]+))?(?:\[(.+?)\.\.(.+?)\])?/g)) {
+    const grammar = /(\w+):(\w+(?:\[\d*\])?)(?:=([^\s[]+))?(?:\[(.+?)\.\.(.+?)\])?/g;
+    for (const [, name, type, usual, low, high] of text.matchAll(grammar)) {
         if (type === 'bitmap') {
             if (usual === 'result') written = bitmaps.length;
             bitmaps.push(name);
@@ -78,8 +79,14 @@ function parameter(name, type, usual, low, high) {
         return {name, type: type.replace(/\d/, ''), default: elements};
     }
     if (usual.includes('..')) return {name, type, range: usual.split('..').map(Number)};
-    const value = usual === 'true' || usual === 'false' ? usual === 'true' : /^(width|height)/.test(usual) ? usual : Number(usual);
-    return {name, type, default: value, ...(low && {range: [low, high].map(Number).sort((a, b) => a - b)})};
+    const range = low && {range: [low, high].map(Number).sort((a, b) => a - b)};
+    return {name, type, default: single(type, usual), ...range};
+}
+
+// A number, a truth, or what depends on the picture.
+function single(type, text) {
+    if (type === 'boolean') return text === 'true';
+    return /^(width|height)/.test(text) ? text : Number(text);
 }
 
 // A default, which may depend on the picture: width, height/2, width*5/12.
@@ -98,8 +105,12 @@ function fail(Type, words) {
 }
 
 function size(value, what, most) {
-    return Number.isInteger(value) && value >= 0 && value <= most ? value : fail(RangeError, `${what} of ${value} is not one from 0 to ${most}`);
+    if (!Number.isInteger(value) || value < 0 || value > most)
+        fail(RangeError, `${what} of ${value} is not one from 0 to ${most}`);
+    return value;
 }
+
+const sizeOf = ({width, height}) => `${width} x ${height}`;
 
 export class Bitmap {
     #address;
@@ -110,12 +121,14 @@ export class Bitmap {
         this.stride = size(stride, 'a stride', 2 ** 32 - 1);
         if (stride < 4 * width) fail(RangeError, `a stride of ${stride} is less than ${width} pixels of 4 bytes`);
         const length = stride * height;
-        if (pixels !== undefined && !(ArrayBuffer.isView(pixels) && pixels.BYTES_PER_ELEMENT === 1 && pixels.length === length)) {
-            fail(TypeError, `the pixels of ${width} x ${height} are a Uint8ClampedArray or Uint8Array of ${length} bytes`);
+        const areBytes = ArrayBuffer.isView(pixels) && pixels.BYTES_PER_ELEMENT === 1 && pixels.length === length;
+        if (pixels !== undefined && !areBytes) {
+            fail(TypeError, `the pixels of ${sizeOf(this)} are a Uint8ClampedArray or Uint8Array of ${length} bytes`);
         }
         this.#address = loaded().create(width, height, stride);
         if (!this.#address) {
-            fail(RangeError, `a bitmap of ${width} x ${height} is too large: of ${limit} MB for all bitmaps it needs ${Math.ceil(length / 2 ** 20)}`);
+            const needed = Math.ceil(length / 2 ** 20);
+            fail(RangeError, `a bitmap of ${sizeOf(this)} is too large: of ${limit} MB for all bitmaps it needs ${needed}`);
         }
         Object.freeze(this);
         if (pixels) this.pixels.set(pixels);
@@ -147,13 +160,13 @@ function operationNamed(name) {
     return byName.get(name) ?? fail(RangeError, `no operation is called ${name}`);
 }
 
-// The call as the list writes it: bitmaps, of which each may be null, and values in the order of the parameters, of which arrays may
-// be null or of another length. No argument can hurt the library; what it answers is its own: the status or the measured number, and
-// the arrays as they are afterwards.
+// The call as the list writes it: bitmaps, of which each may be null, and values in the order of the parameters, of which
+// arrays may be null or of another length. No argument can hurt the library; what it answers is its own: the status or the
+// measured number, and the arrays as they are afterwards.
 export function call(name, bitmaps, values) {
     const operation = operationNamed(name), floats = [];
-    const addresses = bitmaps.map(bitmap => (bitmap === null ? 0 : addressOf(bitmap)));
-    if (addresses.length > operation.bitmaps.length) fail(TypeError, `${name} takes ${operation.bitmaps.length} bitmaps, not ${addresses.length}`);
+    const most = operation.bitmaps.length, addresses = bitmaps.map(bitmap => (bitmap === null ? 0 : addressOf(bitmap)));
+    if (addresses.length > most) fail(TypeError, `${name} takes ${most} bitmaps, not ${addresses.length}`);
     // The one bitmap whose size the library takes the caller's word for.
     if (operation.frame === 'nine' && bitmaps[2]?.pixels.length < 4 * bitmaps[0]?.width * bitmaps[0]?.height) {
         fail(RangeError, `${name}: the ${operation.bitmaps[2]} is smaller than the ${operation.bitmaps[0]}`);
@@ -167,11 +180,11 @@ export function call(name, bitmaps, values) {
             module.giveNumber(type === 'int' ? value | 0 : type === 'boolean' ? Number(Boolean(value)) : Number(value));
             return;
         }
-        if (value?.length > mostElements) fail(RangeError, `${name}: an array of ${value.length} elements is longer than ${mostElements}`);
-        const address = module.giveArray(value ? value.length : -1);
-        const Elements = type === 'int[]' ? Int32Array : Float32Array;
-        if (value) new Elements(module.memory.buffer, address, value.length).set(value);
-        arrays.push(value ? () => Array.from(new Elements(module.memory.buffer, address, value.length)) : () => null);
+        const length = value?.length ?? -1;
+        if (length > mostElements) fail(RangeError, `${name}: an array of ${length} elements is longer than ${mostElements}`);
+        const address = module.giveArray(length), Elements = type === 'int[]' ? Int32Array : Float32Array;
+        if (value) new Elements(module.memory.buffer, address, length).set(value);
+        arrays.push(() => value && Array.from(new Elements(module.memory.buffer, address, length)));
     });
     const result = module.call(operation.place);
     return {result, arrays: arrays.map(elements => elements())};
@@ -180,15 +193,17 @@ export function call(name, bitmaps, values) {
 // The bitmaps, where the operation can do with them.
 function fitting({name, bitmaps: names, frame}, given) {
     const bitmaps = Array.isArray(given) ? given : given ? [given] : [];
-    if (bitmaps.length !== names.length) fail(TypeError, `${name} takes ${names.length} bitmaps (${names.join(', ')}), not ${bitmaps.length}`);
+    if (bitmaps.length !== names.length) {
+        fail(TypeError, `${name} takes ${names.length} bitmaps (${names.join(', ')}), not ${bitmaps.length}`);
+    }
     bitmaps.forEach(addressOf);
-    const [first, ...others] = bitmaps;
-    for (const [i, other] of others.entries()) {
-        const fits = frame === 'pair' ? other.width >= first.width && other.height >= first.height
-                                      : other.width === first.width && other.height === first.height;
-        if (fits) continue;
-        const [is, than] = frame === 'pair' ? ['smaller than', 'its'] : ['of another size than', 'the'];
-        fail(RangeError, `${name}: the ${names[i + 1]} of ${other.width} x ${other.height} is ${is} ${than} ${names[0]} of ${first.width} x ${first.height}`);
+    const [first] = bitmaps, isSmaller = bitmap => bitmap.width < first.width || bitmap.height < first.height;
+    const [isWrong, wrong] = frame === 'pair' ? [isSmaller, 'smaller than its'] :
+                                                [bitmap => sizeOf(bitmap) !== sizeOf(first), 'of another size than the'];
+    const at = bitmaps.findIndex(isWrong);
+    if (at >= 0) {
+        const [is, than] = [bitmaps[at], first].map(sizeOf);
+        fail(RangeError, `${name}: the ${names[at]} of ${is} is ${wrong} ${names[0]} of ${than}`);
     }
     return bitmaps;
 }
@@ -212,11 +227,11 @@ function checked(operation, {name, type, default: usual}, given, bitmap) {
 
 function run(operation, given, parameters) {
     const bitmaps = fitting(operation, given);
-    for (const name of Object.keys(parameters)) {
-        if (!operation.parameters.some(parameter => parameter.name === name)) fail(TypeError, `${operation.name} has no parameter ${name}`);
-    }
-    const picture = bitmaps[Math.max(operation.written, 0)];
-    return call(operation.name, bitmaps, operation.parameters.map(parameter => checked(operation, parameter, parameters, picture)));
+    const known = operation.parameters.map(({name}) => name), picture = bitmaps[Math.max(operation.written, 0)];
+    const unknown = Object.keys(parameters).find(name => !known.includes(name));
+    if (unknown) fail(TypeError, `${operation.name} has no parameter ${unknown}`);
+    const values = operation.parameters.map(parameter => checked(operation, parameter, parameters, picture));
+    return call(operation.name, bitmaps, values);
 }
 
 export function apply(name, bitmaps, parameters = {}) {
@@ -240,7 +255,7 @@ export function measure(name, bitmaps, parameters = {}) {
 export function premultiply(pixels) {
     for (let i = 0; i < pixels.length; i += 4) {
         const a = pixels[i + 3];
-        if (a < 255) for (let c = i; c < i + 3; ++c) pixels[c] = (pixels[c] * a + 127) / 255 | 0;
+        for (let c = i; a < 255 && c < i + 3; ++c) pixels[c] = (pixels[c] * a + 127) / 255 | 0;
     }
     return pixels;
 }
@@ -248,7 +263,7 @@ export function premultiply(pixels) {
 export function straighten(pixels) {
     for (let i = 0; i < pixels.length; i += 4) {
         const a = pixels[i + 3];
-        if (a < 255) for (let c = i; c < i + 3; ++c) pixels[c] = a && Math.min((pixels[c] * 255 + (a >> 1)) / a, 255) | 0;
+        for (let c = i; a < 255 && c < i + 3; ++c) pixels[c] = a && Math.min((pixels[c] * 255 + (a >> 1)) / a, 255) | 0;
     }
     return pixels;
 }
