@@ -74,7 +74,8 @@ export function measure(name: string, bitmaps: Bitmap | Bitmap[], parameters?: P
  * and arrays null or too short. It answers with the library's own status, 0 or negative, or its measure; and with the arrays
  * afterwards.
  */
-export function call(name: string, bitmaps: (Bitmap | null)[], values: unknown[]): {result: number; arrays: (number[] | null)[]};
+export function call(name: string, bitmaps: (Bitmap | null)[], values: unknown[]):
+    {result: number; arrays: (number[] | null)[]};
 
 /** Straight colour, as image files and ImageData have it, to the premultiplied one of bitmaps, in place; and back. */
 export function premultiply<Pixels extends Uint8Array | Uint8ClampedArray>(pixels: Pixels): Pixels;

@@ -247,6 +247,31 @@ test('damaged calls are refused in words, and change nothing', () => {
 
 const operationsBitmaps = (name, bitmap, place, other) => byName.get(name).bitmaps.map((_, i) => i === place ? other : bitmap);
 
+// What is computed otherwise where a whole piece of a row is opaque: every pair of channels, with a pixel before each row that
+// is opaque or is not.
+test('opaque pieces become what the same pixels do elsewhere', () => {
+    const width = 257, isBefore = i => i % width === 0, places = Array.from({length: 256 * width}, (_, i) => i);
+    const pixelsOf = (channel, alpha) => Uint8Array.from(places.flatMap(i => {
+        const c = isBefore(i) ? 0 : channel(i);
+        return [c, c, c, isBefore(i) ? alpha : 255];
+    }));
+    const given = [255, 0].map(alpha => [pixelsOf(i => i % width - 1, alpha), pixelsOf(i => Math.floor(i / width), alpha)]);
+    for (const {name, parameters} of operations.filter(({frame}) => frame === 'pair')) {
+        const [first, last] = parameters[0]?.range ?? [0, 0];
+        for (let number = first; number <= last; ++number) {
+            const results = given.map(pair => {
+                const [base, layer] = pair.map(pixels => new Bitmap(width, 256, pixels));
+                call(name, [base, layer], [number || parameters[0]?.default]);
+                for (let y = 0; y < 256; ++y) base.pixels.fill(0, base.stride * y, base.stride * y + 4);
+                const after = Buffer.from(base.pixels);
+                [base, layer].forEach(bitmap => bitmap.free());
+                return after;
+            });
+            assert(results[0].equals(results[1]), `${name} ${number}`);
+        }
+    }
+});
+
 test('no number, array or size hurts what lies beside the bitmaps', () => {
     const {below} = randomNumbers(), pick = (...list) => list[below(list.length)];
     const integer = most =>
