@@ -6,6 +6,7 @@ import assert from 'node:assert/strict';
 import {readFileSync} from 'node:fs';
 import {test} from 'node:test';
 
+import {Digest, linesOf, written} from './digests.mjs';
 import {apply, Bitmap, call, load, measure, operations, premultiply, straighten} from './fennic.mjs';
 
 const guard = 0xa5, megabyte = 2 ** 20;
@@ -14,36 +15,6 @@ assert.throws(() => new Bitmap(1, 1), /not loaded/);
 await assert.rejects(load(new Uint8Array(8)), WebAssembly.CompileError);
 await Promise.all([load(readFileSync(process.argv[2])), load(readFileSync(process.argv[2]))]);
 const byName = new Map(operations.map(operation => [operation.name, operation]));
-
-const linesOf = name => readFileSync(new URL(`../tests/${name}`, import.meta.url), 'utf8')
-                            .split('\n')
-                            .map(line => line.replace(/#.*/, '').trimEnd())
-                            .filter(line => line.includes(' : '));
-
-// `vignette (0.5,0.5) [0,9] 0.2 0.7`: numbers and arrays come each in the order of the parameters.
-function written(text) {
-    const [name, ...words] = text.split(' '), operation = byName.get(name);
-    const listed = word => word.slice(1, -1).split(',').map(Number);
-    const arrays = words.filter(word => /^[[(n]/.test(word)).map(word => word === 'null' ? null : listed(word));
-    const numbers = words.filter(word => !/^[[(n]/.test(word)).map(Number);
-    return {operation, values: operation.parameters.map(({type}) => type.endsWith(']') ? arrays.shift() : numbers.shift())};
-}
-
-// FNV-1a over 64-bit numbers, in two halves.
-class Digest {
-    low = 0x84222325;
-    high = 0xcbf29ce4;
-
-    add(low, high = 0) {
-        const l = (this.low ^ low) >>> 0, h = (this.high ^ high) >>> 0, product = l * 0x1b3;
-        this.low = product >>> 0;
-        this.high = (h * 0x1b3 + Math.floor(product / 2 ** 32) + l * 0x100) % 2 ** 32;
-    }
-    text() {
-        [1, 2, 3].forEach(lane => this.add(lane));
-        return [this.high, this.low].map(half => half.toString(16).padStart(8, '0')).join('');
-    }
-}
 
 function randomNumbers() {
     let state = 2463534242;
