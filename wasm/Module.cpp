@@ -63,6 +63,13 @@ struct Given {
 };
 Given given;
 
+// Where the next one goes; more than there is room for is a trap.
+template <typename Element, int most>
+Element& next(Element (&elements)[most], int& count) {
+    if (count == most) __builtin_trap();
+    return elements[count++];
+}
+
 // Hands out what was given; bitmaps that were not are null.
 struct Taker {
     int bitmap = 0, number = 0, array = 0;
@@ -164,11 +171,13 @@ EXPORT(pixels) unsigned char* pixels(Bitmap* bitmap) { return bitmap->pixels(); 
 EXPORT(destroy) void destroy(Bitmap* bitmap) { std::free(bitmap); }
 
 EXPORT(begin) void begin() { given = {}; }
-EXPORT(giveBitmap) void giveBitmap(Bitmap* bitmap) { given.bitmaps[given.bitmapCount++] = reinterpret_cast<jobject>(bitmap); }
-EXPORT(giveNumber) void giveNumber(double number) { given.numbers[given.numberCount++] = number; }
+EXPORT(giveBitmap) void giveBitmap(Bitmap* bitmap) {
+    next(given.bitmaps, given.bitmapCount) = reinterpret_cast<jobject>(bitmap);
+}
+EXPORT(giveNumber) void giveNumber(double number) { next(given.numbers, given.numberCount) = number; }
 // Where its elements go; a negative length makes a null array.
 EXPORT(giveArray) jint* giveArray(int length) {
-    Array& array = given.arrays[given.arrayCount++];
+    Array& array = next(given.arrays, given.arrayCount);
     array.length = length;
     return array.elements;
 }
