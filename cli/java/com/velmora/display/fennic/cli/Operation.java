@@ -197,7 +197,8 @@ public record Operation(
         }
     }
 
-    /** The kinds that make a picture of one. */
+    /** The kinds that can be called, and those that make a picture of one. */
+    static final List<String> KINDS = List.of("MEASURE", "GEOMETRY", "BLEND", "EFFECT", "FILTER", "ABORT");
     static final List<String> CHANGING = List.of("BLEND", "EFFECT", "FILTER");
 
     /** The kind, native, class, method, name, frame, family, traits, parameters and summary. */
@@ -232,12 +233,13 @@ public record Operation(
                 .map(Operation::name)
                 .filter(known -> distance(typed, known) <= Math.max(1, typed.length() / 3))
                 .sorted(Comparator.comparingInt(known -> distance(typed, known)))
-                .limit(typed.equals(name) || operations.stream().noneMatch(operation -> operation.name.equals(typed)) ? 3 : 1)
+                .limit(3)
                 .collect(joining(" or "));
             String elsewhere = elsewhere(typed);
             String hint = elsewhere != null ? elsewhere
                 : near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
-            return new IllegalArgumentException("unknown " + word(kinds.get(0)) + " '" + name + "'; " + hint);
+            String what = kinds == KINDS ? "operation" : word(kinds.get(0));
+            return new IllegalArgumentException("unknown " + what + " '" + name + "'; " + hint);
         });
     }
 
