@@ -1,14 +1,14 @@
 package com.velmora.display.fennic.cli;
 
+import java.io.File;
 import java.io.PrintWriter;
-import java.nio.file.Files;
-import java.nio.file.Path;
 import java.util.Locale;
 import java.util.Optional;
 import java.util.Set;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
+import java.util.stream.Stream;
 import picocli.AutoComplete.GenerateCompletion;
 import picocli.CommandLine;
 import picocli.CommandLine.Command;
@@ -88,7 +88,7 @@ public final class Fennic implements Runnable {
                     change.offerParameters();
                 }
             }
-            line.setParameterExceptionHandler((e, rest) -> complain(usage(e), 2));
+            line.setParameterExceptionHandler((e, all) -> complain(usage(e, all), 2));
             line.setExecutionExceptionHandler((e, command, result) -> complain(explain(e), 1));
             line.setExecutionStrategy(Fennic::execute);
             return line.execute(args);
@@ -119,15 +119,15 @@ public final class Fennic implements Runnable {
         return exitCode;
     }
 
-    private static String usage(ParameterException e) {
+    private static String usage(ParameterException e, String[] args) {
         CommandLine command = e.getCommandLine();
         String text = e.getMessage().lines().map(String::strip).collect(Collectors.joining(" "));
-        if (e instanceof UnmatchedArgumentException unmatched) {
-            String first = unmatched.getUnmatched().get(0);
-            String elsewhere = Operation.elsewhere(first.toLowerCase(Locale.ROOT));
-            if (first.startsWith("-") && (Files.exists(Path.of(first)) || first.matches("-.*\\.\\w+"))) {
-                text += "; for a file of this name write ./" + first;
-            } else if (command.getParent() == null && elsewhere != null) {
+        Optional<String> file = Stream.of(args).filter(arg -> arg.matches("-.+") && new File(arg).exists()).findFirst();
+        if (file.isPresent()) {
+            text += "; for the file " + file.get() + " write ./" + file.get();
+        } else if (e instanceof UnmatchedArgumentException unmatched) {
+            String elsewhere = Operation.elsewhere(unmatched.getUnmatched().get(0).toLowerCase(Locale.ROOT));
+            if (command.getParent() == null && elsewhere != null) {
                 text += "; " + elsewhere;
             } else if (!unmatched.getSuggestions().isEmpty()) {
                 text += "; did you mean " + String.join(" or ", unmatched.getSuggestions()) + "?";

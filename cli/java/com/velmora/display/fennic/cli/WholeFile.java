@@ -4,12 +4,13 @@ import java.io.BufferedOutputStream;
 import java.io.FileNotFoundException;
 import java.io.IOException;
 import java.io.OutputStream;
+import java.nio.channels.Channels;
+import java.nio.channels.FileChannel;
 import java.nio.file.FileSystemException;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.StandardCopyOption;
 import java.nio.file.StandardOpenOption;
-import java.time.Instant;
 import java.util.HashSet;
 import java.util.Set;
 import java.util.concurrent.ConcurrentHashMap;
@@ -29,8 +30,6 @@ final class WholeFile {
 
     private static final long PID = ProcessHandle.current().pid();
     private static final Pattern NEIGHBOUR = Pattern.compile("\\.fennic-(\\d{1,9})-\\d+\\.tmp");
-    /** What has been written to so lately may belong to a process that cannot be seen from here, in another container. */
-    private static final int QUIET_SECONDS = 60;
 
     private static final AtomicInteger COUNT = new AtomicInteger();
     private static final Set<Path> SWEPT = ConcurrentHashMap.newKeySet();
@@ -72,16 +71,25 @@ final class WholeFile {
             try (OutputStream out = new BufferedOutputStream(create(neighbour), 1 << 16)) {
                 content.writeTo(out);
             }
-            if (Files.exists(target) && Files.getFileStore(target).supportsFileAttributeView("posix")) {
-                Files.setPosixFilePermissions(neighbour, Files.getPosixFilePermissions(target));
+            if (Files.exists(target)) {
+                keepMode(target, neighbour);
             }
-            Files.move(neighbour, target, StandardCopyOption.ATOMIC_MOVE, StandardCopyOption.REPLACE_EXISTING);
+            Files.move(neighbour, target, StandardCopyOption.ATOMIC_MOVE);
+            moved(neighbour);
         } catch (IOException e) {
             throw new Failure(file, "cannot be written: " + reason(e));
         } finally {
             if (neighbour != null) {
-                finish(neighbour);
+                remove(neighbour);
             }
+        }
+    }
+
+    private static void keepMode(Path from, Path to) throws IOException {
+        try {
+            Files.setPosixFilePermissions(to, Files.getPosixFilePermissions(from));
+        } catch (UnsupportedOperationException e) {
+            // A file system without modes has none to keep.
         }
     }
 
@@ -90,10 +98,16 @@ final class WholeFile {
             throw new FileNotFoundException("stopped");
         }
         UNFINISHED.add(neighbour);
-        return Files.newOutputStream(neighbour, StandardOpenOption.CREATE_NEW, StandardOpenOption.WRITE);
+        FileChannel channel = FileChannel.open(neighbour, StandardOpenOption.CREATE_NEW, StandardOpenOption.WRITE);
+        isFree(channel);
+        return Channels.newOutputStream(channel);
     }
 
-    private static synchronized void finish(Path neighbour) {
+    private static synchronized void moved(Path neighbour) {
+        UNFINISHED.remove(neighbour);
+    }
+
+    private static synchronized void remove(Path neighbour) {
         if (UNFINISHED.remove(neighbour)) {
             neighbour.toFile().delete();
         }
@@ -112,17 +126,33 @@ final class WholeFile {
         if (!SWEPT.add(folder)) {
             return;
         }
-        Instant lately = Instant.now().minusSeconds(QUIET_SECONDS);
         try (Stream<Path> files = Files.list(folder)) {
             for (Path file : (Iterable<Path>) files::iterator) {
                 Matcher name = NEIGHBOUR.matcher(file.getFileName().toString());
-                if (name.matches() && ProcessHandle.of(Long.parseLong(name.group(1))).isEmpty()
-                    && Files.getLastModifiedTime(file).toInstant().isBefore(lately)) {
-                    file.toFile().delete();
+                if (name.matches() && ProcessHandle.of(Long.parseLong(name.group(1))).isEmpty()) {
+                    sweepOne(file);
                 }
             }
         } catch (IOException e) {
             // A leftover that stays does no harm, and what cannot be listed may still be written to.
+        }
+    }
+
+    /** The lock tells of a process that cannot be seen from here, in another container. */
+    private static void sweepOne(Path file) throws IOException {
+        try (FileChannel channel = FileChannel.open(file, StandardOpenOption.WRITE)) {
+            if (isFree(channel)) {
+                file.toFile().delete();
+            }
+        }
+    }
+
+    /** Locks the file for as long as it is open; a file system without locks has nobody else on it. */
+    private static boolean isFree(FileChannel channel) {
+        try {
+            return channel.tryLock() != null;
+        } catch (IOException e) {
+            return true;
         }
     }
 
