@@ -3,8 +3,10 @@ package com.velmora.display.fennic.cli;
 import static org.junit.jupiter.api.Assertions.*;
 
 import android.graphics.Bitmap;
+import android.graphics.BitmapFactory;
 import com.velmora.display.fennic.VelUIBitmapUtils;
 import java.awt.image.BufferedImage;
+import java.io.ByteArrayInputStream;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
@@ -14,6 +16,7 @@ import java.util.Map;
 import java.util.Random;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
+import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import javax.imageio.ImageIO;
 import org.junit.jupiter.api.BeforeAll;
@@ -164,6 +167,16 @@ class CommandLineTest {
         int[] average = new int[4];
         VelUIBitmapUtils.nativeGetBitmapAverageColorInRect2(noise, 0, 0, 31, 17, average);
         assertArrayEquals(average, Sums.of(noise).average(), "what stands in for the native where its sums would wrap");
+    }
+
+    /** Large enough for many bands, noisy and plain ones, beside one that is small. */
+    @ParameterizedTest
+    @CsvSource({"1, 1", "300, 200", "1031, 1500", "300001, 3"})
+    void writesWhatIsReadAgain(int width, int height) {
+        Random random = new Random(1);
+        int[] colors = IntStream.range(0, width * height).map(i -> i / width < height / 2 ? random.nextInt() | 255 << 24 : i / width).toArray();
+        Bitmap bitmap = Bitmap.createBitmap(colors, width, height, Bitmap.Config.ARGB_8888);
+        assertTrue(bitmap.sameAs(BitmapFactory.decodeStream(new ByteArrayInputStream(Pngs.encode(bitmap)))));
     }
 
     /** In a shell of the C locale, where $f is the command line: many pictures, pipes, and what is found afterwards. */
