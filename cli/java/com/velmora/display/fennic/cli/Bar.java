@@ -4,7 +4,7 @@ import java.io.File;
 import java.io.IOException;
 import java.io.OutputStream;
 
-/** A progress bar on the terminal by pv, which is fed a line for every picture; nothing where nobody watches or pv is missing. */
+/** A progress bar on the terminal by pv, which is fed a line for every picture; nothing if nobody watches or pv is missing. */
 final class Bar implements AutoCloseable {
     private static final String CLEAR_LINE = "\r\033[K";
 

@@ -29,9 +29,9 @@ final class Blend extends Change {
         index = "1..*",
         arity = "1..*",
         paramLabel = "BASE... LAYER",
-        description = "The pictures to blend into and, last, the one to lay over each, scaled to its size. A base is a picture (PNG, "
-            + "JPEG, GIF, BMP or WebP, whatever its name), a folder with --recursive, @LIST for a file with a name a line, or - for "
-            + "standard input; the layer is a picture or -.")
+        description = "The pictures to blend into and, last, the one to lay over each, scaled to its size. A base is a "
+            + "picture (PNG, JPEG, GIF, BMP or WebP, whatever its name), a folder with --recursive, @LIST for a file with a name "
+            + "a line, or - for standard input; the layer is a picture or -.")
     private List<String> pictures;
 
     Blend() {

@@ -37,15 +37,15 @@ abstract class Change implements Callable<Integer> {
     @Option(
         names = {"-o", "--out"},
         paramLabel = "OUT",
-        description = "The picture to write; it may be the one to change. NAME.jpg becomes a JPEG, which has no transparency, any "
-            + "other a PNG; - is standard output, as a PNG.")
+        description = "The picture to write; it may be the one to change. NAME.jpg becomes a JPEG, which has no transparency, "
+            + "any other a PNG; - is standard output, as a PNG.")
     private Path out;
 
     @Option(
         names = {"-d", "--out-dir"},
         paramLabel = "DIR",
-        description = "The folder to write any number of pictures to, each under its own name with .png. Earlier results there are "
-            + "replaced, a picture that is to be changed only with --overwrite.")
+        description = "The folder to write any number of pictures to, each under its own name with .png. Earlier results there "
+            + "are replaced, a picture that is to be changed only with --overwrite.")
     private Path folder;
 
     @Option(names = "--suffix", paramLabel = "SUFFIX", description = "Put -SUFFIX behind each name in DIR.")
@@ -54,7 +54,7 @@ abstract class Change implements Callable<Integer> {
     @Option(names = {"-r", "--recursive"}, description = "Take all pictures in folders; they keep their places under DIR.")
     private boolean recursive;
 
-    @Option(names = "--skip-existing", description = "Leave results that are there, and so go on where an earlier run was stopped.")
+    @Option(names = "--skip-existing", description = "Leave results that are there, and so go on after a run that was stopped.")
     private boolean skipExisting;
 
     @Option(names = "--overwrite", description = "Let a result in DIR take the place of the picture that it is made of.")
@@ -84,11 +84,12 @@ abstract class Change implements Callable<Integer> {
             }
         }
         names().forEach(name -> model.addOption(OptionSpec.builder("--" + name).type(String.class).hidden(true).build()));
-        model.usageMessage().footerHeading("%nParameters, as they are if left out ('fennic " + model.name() + " NAME --help' explains them):%n");
+        model.usageMessage().footerHeading(
+            "%nParameters, as they are if left out ('fennic " + model.name() + " NAME --help' explains them):%n");
         model.usageMessage().footer(Stream.of(
             new Help(model).createTextTable(takers).toString().lines(),
-            Stream.of("", "What a result never has: EXIF data, colour profiles, more than 8 bits a channel, the stretches of a nine-patch, "
-                + "and of an animation all but the first picture. An EXIF orientation is not followed."))
+            Stream.of("", "What a result never has: EXIF data, colour profiles, more than 8 bits a channel, the stretches of "
+                + "a nine-patch, and of an animation all but the first picture. An EXIF orientation is not followed."))
             .flatMap(lines -> lines).toArray(String[]::new));
     }
 
@@ -102,12 +103,15 @@ abstract class Change implements Callable<Integer> {
             .sortOptions(false)
             .customSynopsis(command + (kinds.contains("BLEND") ? " BASE... LAYER" : " IN...")
                 + (operation.choices().isEmpty() ? "" : " [--PARAMETER=VALUE ...]") + " {-o OUT | --out-dir DIR}")
-            .description(operation.summary().replace("%", "%%") + ".", "Its native is VelUIBitmapUtils." + operation.nativeName() + ".")
+            .description(
+                operation.summary().replace("%", "%%") + ".", "Its native is VelUIBitmapUtils." + operation.nativeName() + ".")
             .optionListHeading(operation.choices().isEmpty() ? "" : "%n")
             .footer("", "'fennic " + model.name() + " --help' tells what goes in and out.");
         for (Parameter p : operation.choices()) {
-            String sizes = p.initial().matches("(width|height).*") ? "; width and height are the picture's, times and by whole numbers" : "";
-            String text = p.meaning() + " (" + Stream.of(p.unit().equals("choice") ? "" : p.unit(), p.range(), "else " + p.initial())
+            String sizes = p.initial().matches("(width|height).*")
+                ? "; width and height are the picture's, times and by whole numbers" : "";
+            String text = p.meaning() + " ("
+                + Stream.of(p.unit().equals("choice") ? "" : p.unit(), p.range(), "else " + p.initial())
                 .filter(part -> !part.isEmpty()).collect(joining("; ")) + sizes + ")";
             help.addOption(OptionSpec.builder("--" + p.name()).type(String.class)
                 .paramLabel(p.type().replaceAll("\\[]", ",...").toUpperCase(Locale.ROOT))
@@ -135,7 +139,8 @@ abstract class Change implements Callable<Integer> {
         }
         List<Input> inputs = Input.all(names, recursive, folder);
         if (out != null && inputs.size() != 1) {
-            throw new ParameterException(model.commandLine(), "-o takes one picture, not " + inputs.size() + "; name a folder with --out-dir");
+            throw new ParameterException(model.commandLine(),
+                "-o takes one picture, not " + inputs.size() + "; name a folder with --out-dir");
         }
         Input over = layer == null ? null : Input.of(layer);
         if (over != null && over.isStandard() && inputs.stream().anyMatch(Input::isStandard)) {
@@ -184,7 +189,8 @@ abstract class Change implements Callable<Integer> {
         String name = out.getFileName().toString();
         int dot = name.lastIndexOf('.');
         if (dot > 0 && !name.substring(dot).matches("(?i)\\.(png|jpe?g)")) {
-            throw new ParameterException(model.commandLine(), out + ": cannot be written as " + name.substring(dot) + "; name it .png or .jpg");
+            throw new ParameterException(model.commandLine(),
+                out + ": cannot be written as " + name.substring(dot) + "; name it .png or .jpg");
         }
     }
 
@@ -201,7 +207,8 @@ abstract class Change implements Callable<Integer> {
             Input other = takers.putIfAbsent(target.toAbsolutePath().normalize(), input);
             if (other != null) {
                 throw new Failure(target, input.equals(other) ? input + " is named twice; name it once"
-                    : other + " and " + input + " would both become this file; change them in two runs with other --suffix or --out-dir");
+                    : other + " and " + input + " would both become this file; "
+                        + "change them in two runs with other --suffix or --out-dir");
             }
             Path existing = real(target);
             if (pictures.contains(existing) && !(overwrite && existing.equals(real(input.file())))) {

@@ -30,8 +30,8 @@ final class Effect extends Change {
         index = "1..*",
         arity = "1..*",
         paramLabel = "IN",
-        description = "Pictures (PNG, JPEG, GIF, BMP or WebP, whatever their names), folders with --recursive, @LIST for a file with a "
-            + "name a line, or - for standard input.")
+        description = "Pictures (PNG, JPEG, GIF, BMP or WebP, whatever their names), folders with --recursive, @LIST for a file "
+            + "with a name a line, or - for standard input.")
     private List<String> in;
 
     Effect() {

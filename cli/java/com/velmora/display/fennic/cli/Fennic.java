@@ -66,7 +66,8 @@ public final class Fennic implements Runnable {
     /** The script passes the error stream through a filter, which shall have said everything before the prompt comes back. */
     private static void awaitFilter() {
         System.err.close();
-        Optional.ofNullable(Long.getLong("fennic.filter")).flatMap(ProcessHandle::of).ifPresent(filter -> filter.onExit().join());
+        Optional.ofNullable(Long.getLong("fennic.filter")).flatMap(ProcessHandle::of)
+            .ifPresent(filter -> filter.onExit().join());
     }
 
     @Override
@@ -103,7 +104,8 @@ public final class Fennic implements Runnable {
         while (last.hasSubcommand()) {
             last = last.subcommand();
         }
-        if (last.isUsageHelpRequested() && last.commandSpec().userObject() instanceof Change change && change.operation() != null) {
+        if (last.isUsageHelpRequested() && last.commandSpec().userObject() instanceof Change change
+            && change.operation() != null) {
             System.out.print(change.help());
             return 0;
         }

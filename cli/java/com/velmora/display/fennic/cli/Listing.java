@@ -18,7 +18,8 @@ import picocli.CommandLine.Spec;
 
 @Command(
     name = "list",
-    description = "Lists every operation of the library. On a terminal natives and parameters are left out, unless names are given.")
+    description = "Lists every operation of the library. "
+        + "On a terminal natives and parameters are left out, unless names are given.")
 final class Listing implements Callable<Integer> {
     @Parameters(arity = "0..*", paramLabel = "NAME", description = "Operations to tell all about.")
     private List<String> names = List.of();
@@ -73,11 +74,13 @@ final class Listing implements Callable<Integer> {
     }
 
     private static void tell(Operation operation) {
-        System.out.printf("%s %s: %s.%n  native %s%n", operation.kind(), operation.name(), operation.summary(), operation.nativeName());
+        System.out.printf("%s %s: %s.%n  native %s%n",
+            operation.kind(), operation.name(), operation.summary(), operation.nativeName());
         for (Parameter p : operation.parameters()) {
             if (p.isValue()) {
                 String range = (p.range() + " " + p.unit()).strip();
-                System.out.println("  " + p + (range.isEmpty() ? "" : " (" + range + ")") + (p.meaning().isEmpty() ? "" : ": " + p.meaning()));
+                System.out.println("  " + p + (range.isEmpty() ? "" : " (" + range + ")")
+                    + (p.meaning().isEmpty() ? "" : ": " + p.meaning()));
             }
         }
     }
@@ -85,8 +88,8 @@ final class Listing implements Callable<Integer> {
     private static String json(Operation operation) {
         return Json.object("kind", Json.string(operation.kind()), "name", Json.string(operation.name()),
             "native", Json.string(operation.nativeName()), "family", Json.string(operation.family()),
-            "summary", Json.string(operation.summary()), "parameters", operation.parameters().stream().filter(Parameter::isValue)
-                .map(Listing::json).collect(joining(", ", "[", "]")));
+            "summary", Json.string(operation.summary()), "parameters",
+            operation.parameters().stream().filter(Parameter::isValue).map(Listing::json).collect(joining(", ", "[", "]")));
     }
 
     /** Values are written as they are typed, for a default may depend on the picture and a bound may be hexadecimal. */

@@ -31,14 +31,14 @@ import picocli.CommandLine.Parameters;
         "                  or null",
         "  straight        mean red, green and blue as a colour picker shows them,",
         "                  each pixel weighed by its alpha",
-        "Pixels are taken at 8 bits a channel, of an animation the first picture, and as they are stored: an EXIF orientation is not "
-            + "followed."})
+        "Pixels are taken at 8 bits a channel, of an animation the first picture, and as they are stored: an EXIF "
+            + "orientation is not followed."})
 final class Measure implements Callable<Integer> {
     @Parameters(
         arity = "1..*",
         paramLabel = "FILE",
-        description = "Pictures (PNG, JPEG, GIF, BMP or WebP, whatever their names), folders with --recursive, @LIST for a file with a "
-            + "name a line, or - for standard input.")
+        description = "Pictures (PNG, JPEG, GIF, BMP or WebP, whatever their names), folders with --recursive, @LIST for a file "
+            + "with a name a line, or - for standard input.")
     private List<String> files;
 
     @Option(names = "--json", description = "Print a JSON array instead of a table.")

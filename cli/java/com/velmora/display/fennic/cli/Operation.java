@@ -134,7 +134,8 @@ public record Operation(
 
         /** As precise as the type, so that the bound itself is within. */
         private double bound(String text) {
-            return type.startsWith("float") ? Float.parseFloat(text) : type.equals("double") ? Double.parseDouble(text) : Integer.decode(text);
+            return type.startsWith("float") ? Float.parseFloat(text)
+                : type.equals("double") ? Double.parseDouble(text) : Integer.decode(text);
         }
 
         /** An array always has the default's length, for the natives count on it. */
@@ -246,7 +247,8 @@ public record Operation(
     /** Where an operation of another kind is found, or null: "multiply is a blend: fennic blend multiply". */
     static String elsewhere(String name) {
         return all().stream().filter(operation -> operation.name.equals(name)).findFirst().map(operation ->
-            name + " is " + (operation.kind.equals("EFFECT") ? "an " : "a ") + word(operation.kind) + ": " + switch (operation.kind) {
+            name + " is " + (operation.kind.equals("EFFECT") ? "an " : "a ") + word(operation.kind) + ": "
+                + switch (operation.kind) {
                 case "BLEND" -> "fennic blend " + name;
                 case "EFFECT", "FILTER" -> "fennic effect " + name;
                 case "MEASURE" -> "fennic measure";
@@ -341,7 +343,8 @@ public record Operation(
                 throw new Failure("Operations.def:" + number, "not a parameter (name:type=default): " + text);
             }
             parameters.add(new Parameter(parameter.group(1), parameter.group(2), parameter.group(3),
-                parameter.group(4), parameter.group(5), parameter.group(6), choices.remove(match.group(5) + " " + parameter.group(1))));
+                parameter.group(4), parameter.group(5), parameter.group(6),
+                choices.remove(match.group(5) + " " + parameter.group(1))));
         }
         if (kind.equals("BLEND")) {
             parameters.addAll(0, List.of(Parameter.bitmap("base", "result"), Parameter.bitmap("layer", "layer")));
@@ -349,7 +352,7 @@ public record Operation(
             parameters.add(0, Parameter.bitmap("bitmap", "result"));
         }
         if (CHANGING.contains(kind) && parameters.stream().anyMatch(p -> p.isChoice() && p.choice == null)) {
-            throw new Failure("Operations.def:" + number, "a parameter to choose has no line PARAMETER with its range and meaning");
+            throw new Failure("Operations.def:" + number, "a parameter to choose has no line PARAMETER of its own");
         }
         return new Operation(kind, match.group(2), match.group(5), match.group(6), match.group(7),
             Set.copyOf(words(match.group(8))), List.copyOf(parameters), match.group(10));
@@ -429,8 +432,9 @@ public record Operation(
             }
             List<Operation> listed = new ArrayList<>();
             for (int i = 0; i < lines.length; ++i) {
-                if (!lines[i].isBlank() && !lines[i].startsWith("//") && !lines[i].startsWith("#") && !CHOICE.matcher(lines[i].strip()).matches()) {
-                    listed.add(parse(lines[i].strip(), i + 1, choices));
+                String line = lines[i].strip();
+                if (!line.isEmpty() && !line.startsWith("//") && !line.startsWith("#") && !CHOICE.matcher(line).matches()) {
+                    listed.add(parse(line, i + 1, choices));
                 }
             }
             if (!choices.isEmpty()) {

@@ -20,7 +20,7 @@ import java.util.zip.Deflater;
  */
 final class PngWriter {
     private static final long SIGNATURE = 0x89504e470d0a1a0aL;
-    private static final int BAND = 1 << 20;
+    private static final int BAND = 1 << 18;
 
     /** Small pictures get the smaller file; with large ones somebody waits, and the third filter is a third of the time. */
     private static final int SMALL = 1 << 18;

@@ -13,7 +13,6 @@ import java.awt.image.DataBufferInt;
 import java.io.ByteArrayInputStream;
 import java.io.ByteArrayOutputStream;
 import java.io.IOException;
-import java.io.InputStream;
 import java.io.UncheckedIOException;
 import java.nio.ByteBuffer;
 import java.nio.ByteOrder;
@@ -45,8 +44,8 @@ final class Pngs {
         if (!input.isStandard() && !Files.isReadable(input.file())) {
             throw new Failure(input, "no permission to read it; mend with chmod +r");
         }
-        try (InputStream in = input.isStandard() ? System.in : Files.newInputStream(input.file())) {
-            return in.readAllBytes();
+        try {
+            return input.isStandard() ? System.in.readAllBytes() : Files.readAllBytes(input.file());
         } catch (IOException e) {
             throw new Failure(input, "cannot be read: " + WholeFile.reason(e));
         }
@@ -60,7 +59,8 @@ final class Pngs {
         if (bytes.length == 0) {
             throw new Failure(input, "empty; export it again");
         }
-        Bitmap bitmap = BitmapFactory.decodeStream(new ByteArrayInputStream(bytes));
+        Bitmap large = PngReader.read(bytes);
+        Bitmap bitmap = large != null ? large : BitmapFactory.decodeStream(new ByteArrayInputStream(bytes));
         if (bitmap == null) {
             String format = format(bytes);
             throw new Failure(input, format == null

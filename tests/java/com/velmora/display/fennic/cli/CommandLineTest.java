@@ -156,7 +156,7 @@ class CommandLineTest {
         Result table = run(folder, "measure", "base.png", "text.png", "layer.png");
         List<String> rows = table.out.lines().map(row -> row.strip().replaceAll("\\s+", " ")).toList();
         assertEquals("10 10 23 77 0.7600 124.2 200,100,50,255 2,3,7,6 0,1,6,6 200,100,50 base.png", rows.get(1));
-        assertEquals("20 20 400 0 0.0000 140.8 100,150,200,255 0,0,19,19 - 100,150,200 layer.png", rows.get(2), "after a bad file");
+        assertEquals("20 20 400 0 0.0000 140.8 100,150,200,255 0,0,19,19 - 100,150,200 layer.png", rows.get(2));
         assertEquals(1, table.exitCode);
 
         Random random = new Random(1);
@@ -169,14 +169,17 @@ class CommandLineTest {
         assertArrayEquals(average, Sums.of(noise).average(), "what stands in for the native where its sums would wrap");
     }
 
-    /** Large enough for many bands, noisy and plain ones, beside one that is small. */
+    /** Small ones, and large ones of many bands, noisy and plain, which the command line reads by itself. */
     @ParameterizedTest
-    @CsvSource({"1, 1", "300, 200", "1031, 1500", "300001, 3"})
+    @CsvSource({"1, 1", "300, 200", "2048, 2048", "1400001, 3"})
     void writesWhatIsReadAgain(int width, int height) {
         Random random = new Random(1);
-        int[] colors = IntStream.range(0, width * height).map(i -> i / width < height / 2 ? random.nextInt() | 255 << 24 : i / width).toArray();
+        int[] colors = IntStream.range(0, width * height)
+            .map(i -> i / width < height / 2 ? random.nextInt() | 255 << 24 : i / width % 3 * 0x7f123456).toArray();
         Bitmap bitmap = Bitmap.createBitmap(colors, width, height, Bitmap.Config.ARGB_8888);
-        assertTrue(bitmap.sameAs(BitmapFactory.decodeStream(new ByteArrayInputStream(Pngs.encode(bitmap)))));
+        byte[] png = Pngs.encode(bitmap);
+        assertTrue(bitmap.sameAs(BitmapFactory.decodeStream(new ByteArrayInputStream(png))));
+        assertTrue(bitmap.sameAs(Pngs.decode(Input.of("large.png"), png)));
     }
 
     /** In a shell of the C locale, where $f is the command line: many pictures, pipes, and what is found afterwards. */
@@ -185,7 +188,7 @@ class CommandLineTest {
         "$f effect complement 'two words' -r -d out                   => 0 => find out -type f          => out/base.png out/näh/-b.png",
         "$f effect sepia @list text.png -d out --suffix x             => 1 => find out -type f          => out/-b-x.png out/base-x.png",
         "$f effect sepia . -r -d .                                    => 1 => find . -newer list        => ''",
-        "$f effect sepia 'two words' -r -d 'two words/o' && $f effect sepia 'two words' -r -d 'two words/o' => 0 => find . -newer list -type f | wc -l => 2",
+        "for i in 1 2; do $f effect sepia 'two words' -r -d 'two words/o'; done => 0 => find . -newer list -type f | wc -l => 2",
         "$f effect sepia base.png -d . --overwrite                    => 0 => find . -newer list -type f => ./base.png",
         "$f blend darken @list layer.png -d a/b                       => 0 => find a -type f            => a/b/-b.png a/b/base.png",
         "$f blend darken base.png gone.png layer.png -d a -q          => 1 => find a -type f            => a/base.png",
