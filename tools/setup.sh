@@ -15,6 +15,10 @@ proof_packages="googletest junit5 libwebp7 qemu-user-static proguard-cli python3
 wasm_packages="lld-19 llvm-19 python3-minimal"
 command -v node >/dev/null || wasm_packages="$wasm_packages nodejs"
 
+# For the gallery's live page. Node.js from elsewhere brings npm along, Debian's does not.
+page_packages="esbuild $wasm_packages"
+command -v npm >/dev/null || page_packages="$page_packages npm"
+
 say() { printf '%s\n' "$*" >&2; }
 
 # install_missing PACKAGE...: says what is missing and installs it.
@@ -68,6 +72,26 @@ prove_android_files() {
     for abi in $android_abis; do
         build "android-$abi" && ctest --test-dir "$root/build/android-$abi" --output-on-failure -j "$(nproc)" || return 1
     done
+}
+
+# build_page OPTION...: leaves in build/page what the gallery's live page is made of. The options are npm's, the log build/page.log.
+build_page() {
+    page=$root/build/page
+    mkdir -p "$page"
+    build wasm --target fennic_wasm && (
+        set -e
+        cd "$root/page"
+        if [ "$(cat "$page/installed" 2>/dev/null)" != "$(cksum package-lock.json) $*" ]; then
+            cp package.json package-lock.json "$page"
+            # Nothing that is installed may run by itself.
+            npm ci --prefix "$page" --ignore-scripts --no-audit --no-fund --fetch-retries=1 --fetch-timeout=20000 "$@"
+            echo "$(cksum package-lock.json) $*" >"$page/installed"
+        fi
+        NODE_PATH=$page/node_modules esbuild main.mjs --bundle --minify --target=es2022 --outfile="$page/try.js" \
+            '--external:node:*' --log-override:empty-import-meta=silent
+        cp try.html try.css "$root/build/wasm/fennic.wasm" "$page"
+        touch "$page/built"
+    ) >"$root/build/page.log" 2>&1
 }
 
 # Builds the WebAssembly module and runs its tests.
