@@ -15,7 +15,7 @@ export function controls(step, size, change) {
             else step.values[parameter.name] = value;
             change();
         };
-        const hint = element('small', {id: `${id}-hint`}, hintOf(parameter));
+        const hint = element('small', {id: `${id}-hint`}, ...hintOf(parameter));
         const label = element('span', {class: 'label', id: `${id}-label`}, parameter.name);
         const named = {'aria-labelledby': `${id}-label`, 'aria-describedby': `${id}-hint`};
         return element('div', {class: 'parameter-row'}, label, control(parameter, current, set, named, size), hint);
@@ -25,7 +25,8 @@ export function controls(step, size, change) {
 function hintOf({meaning, least, most, unit, initial}) {
     const range = least === null && most === null ? '' : most === null ? `${least} or more` :
                   least === null ? `up to ${most}` : `${least} to ${most}`;
-    return `${meaning}. ${[range, unit === 'choice' ? '' : unit, `usually ${initial}`].filter(Boolean).join(', ')}`;
+    const about = [range, unit === 'choice' ? '' : unit, `usually ${initial}`].filter(Boolean).join(' · ');
+    return [`${meaning}. `, element('span', {}, about)];
 }
 
 function control(parameter, current, set, named, size) {

@@ -1,6 +1,6 @@
 // The live page: pictures, a stack of operations over them, the result as it changes, and its calls.
 import {gunzipSync} from 'fflate';
-import {load, operations as listed} from '../wasm/fennic.mjs';
+import {load, operations as listed, premultiply} from '../wasm/fennic.mjs';
 import {calls} from './code.mjs';
 import {controls} from './controls.mjs';
 import {byId, element, tell} from './dom.mjs';
@@ -8,7 +8,6 @@ import {canRead, checkSize, fromPng, headOf, isPng, mostBytes, scaled} from './p
 import {finds, fromAddress, toAddress, valuesOf} from './state.mjs';
 import {View} from './view.mjs';
 import {inWorker, Runner, serve} from './worker.mjs';
-import {premultiply} from '../wasm/fennic.mjs';
 
 if (typeof document === 'undefined') serve();
 else start().catch(error => fail(`This page does not work here: ${error.message}.`));
@@ -116,13 +115,20 @@ function progress(step) {
     const count = steps().length, name = state.stack.filter(({on}) => on)[step]?.operation.name ?? '';
     Object.assign(byId('progress'), {hidden: false, max: Math.max(count, 1), value: step});
     byId('busy').textContent = `${name}, ${step + 1} of ${count}`;
+    work();
+}
+
+// What is downloaded is what is shown as done.
+function work() {
     document.documentElement.dataset.busy = 'yes';
+    byId('download').disabled = true;
 }
 
 function rest() {
     byId('progress').hidden = true;
     byId('busy').textContent = '';
     delete document.documentElement.dataset.busy;
+    byId('download').disabled = false;
 }
 
 function onDone(made, job) {
@@ -147,7 +153,7 @@ function onFailure(words) {
     fail(`It cannot be made: ${words.replace(/^fennic: /, '')}.`);
 }
 
-// Pictures ------------------------------------------------------------------------------------------------------------------
+// Pictures
 
 function listPictures() {
     for (const [which, prefix] of [['base', 'icon-'], ['layer', 'layer-']]) {
@@ -171,7 +177,7 @@ function listPictures() {
 async function bring(which, file) {
     fail('');
     byId('busy').textContent = `reading ${file.name}`;
-    document.documentElement.dataset.busy = 'yes';
+    work();
     try {
         const picture = await read(file);
         state[which] = null;
@@ -214,7 +220,7 @@ async function readByBrowser(file, note) {
     }
 }
 
-// The stack -----------------------------------------------------------------------------------------------------------------
+// The stack
 
 function listOperations() {
     const families = new Map();
@@ -293,7 +299,7 @@ function focusOn(i, title) {
     (buttons.find(button => button.title === title) ?? buttons.at(-1) ?? byId('search')).focus();
 }
 
-// Code, address, download ---------------------------------------------------------------------------------------------------
+// Code, address, download
 
 function showCode() {
     const shown = calls({stack: state.stack, base: chosen.base.path, layer: chosen.layer.path});
@@ -357,6 +363,7 @@ function listen() {
     byId('copy').addEventListener('click', () => copy(byId('copy'), shownCode().textContent, shownCode()));
     byId('share').addEventListener('click', () => copy(byId('share'), location.href));
     byId('download').addEventListener('click', download);
+    byId('open').addEventListener('click', () => byId('base-file').click());
     byId('clear').addEventListener('click', () => {
         state.stack = [];
         showStack();

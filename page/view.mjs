@@ -48,7 +48,9 @@ export class View {
     get #fitting() {
         const {width, height} = this.#pictures.before, {clientWidth, clientHeight} = this.#stage;
         const zoom = Math.min((clientWidth - 24) / width, (clientHeight - 24) / height);
-        return Math.min(mostZoom, zoom > 1 ? Math.floor(zoom) : Math.max(zoom, 1 / 64));
+        // A whole number of the screen's pixels for each of the picture's.
+        const whole = Math.floor(zoom * devicePixelRatio) / devicePixelRatio;
+        return Math.min(mostZoom, zoom > 1 ? whole : Math.max(zoom, 1 / 64));
     }
 
     #lay() {

@@ -94,6 +94,7 @@ export class Runner {
         this.#running = {job, began: performance.now()};
         const pictures = Object.fromEntries(['base', 'layer'].filter(key => job[key] !== this.#sent[key]).map(key => [key, job[key]]));
         this.#sent = {base: job.base, layer: job.layer};
+        this.onStep(0, job);
         this.#worker.postMessage({task: 'run', module: this.#module, steps: job.steps, ...pictures});
     }
 
