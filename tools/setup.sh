@@ -3,7 +3,7 @@
 root=$(dirname -- "$(readlink -f -- "$0")")
 
 build_packages="cmake ninja-build clang-19 binutils android-libnativehelper-dev android-platform-frameworks-native-headers
-    android-liblog-dev openjdk-17-jdk-headless libpicocli-java"
+    android-liblog-dev openjdk-17-jdk-headless libpicocli-java pv"
 
 # For Android's files, and for the programs that run them on GNU/Linux.
 android_abis="arm64-v8a armeabi-v7a x86_64 x86"
@@ -33,12 +33,30 @@ install_missing() {
         { say "The installation failed (see above). By hand: apt-get install$missing"; exit 1; }
 }
 
-# build PRESET OPTION...: configures and builds build/PRESET quietly; the log is shown where it fails.
+# A checkout that belongs to somebody else cannot be built in.
+check_writable() {
+    mkdir -p "$root/build" 2>/dev/null && [ -w "$root/build" ] || {
+        say "$root/build cannot be written by $(id -un): this checkout belongs to $(stat -c %U "$root"). Clone it anew to build it."
+        exit 1
+    }
+}
+
+# build PRESET OPTION...: configures and builds build/PRESET. Where nobody watches it is quiet, and shows its log if it fails.
 build() {
-    mkdir -p "$root/build"
+    check_writable
     log=$root/build/$1.log
-    (cd "$root" && cmake --preset "$1" && cmake --build --preset "$@") >"$log" 2>&1 ||
-        { cat "$log" >&2; say "Building $1 failed; the log is build/$1.log"; exit 1; }
+    say "Building $1 ..."
+    (
+        # Of two at once the second waits, and may then find everything built.
+        flock -n 9 || { say "Another build is under way; waiting for it ..."; flock 9; }
+        cd "$root"
+        cmake --preset "$1" >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+        if [ -t 2 ]; then
+            cmake --build --preset "$@" >&2
+        else
+            cmake --build --preset "$@" >>"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+        fi
+    ) 9>"$root/build/lock" || { say "Building $1 failed; see above."; exit 1; }
 }
 
 # Builds Android's four files and checks them without running them.

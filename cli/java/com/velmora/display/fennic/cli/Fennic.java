@@ -1,14 +1,24 @@
 package com.velmora.display.fennic.cli;
 
+import java.io.File;
+import java.io.PrintWriter;
+import java.util.Locale;
+import java.util.Optional;
 import java.util.Set;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
+import java.util.stream.Stream;
+import picocli.AutoComplete.GenerateCompletion;
 import picocli.CommandLine;
 import picocli.CommandLine.Command;
+import picocli.CommandLine.HelpCommand;
 import picocli.CommandLine.IVersionProvider;
 import picocli.CommandLine.Model.CommandSpec;
+import picocli.CommandLine.Option;
 import picocli.CommandLine.ParameterException;
+import picocli.CommandLine.ParseResult;
+import picocli.CommandLine.RunLast;
 import picocli.CommandLine.ScopeType;
 import picocli.CommandLine.Spec;
 import picocli.CommandLine.UnmatchedArgumentException;
@@ -20,7 +30,10 @@ import picocli.CommandLine.UnmatchedArgumentException;
     versionProvider = Fennic.Version.class,
     scope = ScopeType.INHERIT,
     description = "Measures, blends and changes icons with libfennic, on the desktop.",
-    subcommands = {Listing.class, Measure.class, Blend.class, Effect.class, Gallery.class})
+    footer = {"", "Exit codes: 0 done, 1 a picture or all of the work failed, 2 wrong usage.",
+        "Names that begin with a dash: ./-name.png, or behind --."},
+    subcommands = {
+        Listing.class, Measure.class, Blend.class, Effect.class, Gallery.class, HelpCommand.class, GenerateCompletion.class})
 public final class Fennic implements Runnable {
     /** The build's own, from the jar's manifest. */
     static final class Version implements IVersionProvider {
@@ -32,8 +45,29 @@ public final class Fennic implements Runnable {
 
     @Spec private CommandSpec model;
 
+    @Option(names = {"-q", "--quiet"}, scope = ScopeType.INHERIT, description = "Show no progress, counts and warnings.")
+    void quiet(boolean wanted) {
+        if (wanted) {
+            Terminal.keepQuiet();
+        }
+    }
+
     public static void main(String[] args) {
-        System.exit(run(args));
+        StandardOutput output = StandardOutput.install();
+        int exitCode = run(args);
+        String loss = output.loss();
+        if (loss != null) {
+            exitCode = complain(loss, 1);
+        }
+        awaitFilter();
+        System.exit(exitCode);
+    }
+
+    /** The script passes the error stream through a filter, which shall have said everything before the prompt comes back. */
+    private static void awaitFilter() {
+        System.err.close();
+        Optional.ofNullable(Long.getLong("fennic.filter")).flatMap(ProcessHandle::of)
+            .ifPresent(filter -> filter.onExit().join());
     }
 
     @Override
@@ -44,30 +78,62 @@ public final class Fennic implements Runnable {
     private static int run(String[] args) {
         try {
             CommandLine line = new CommandLine(new Fennic());
+            line.setExpandAtFiles(false);
+            line.setOut(new PrintWriter(System.out, true));
+            if (Terminal.columns() > 0) {
+                line.setUsageHelpWidth(Terminal.columns());
+            }
             // A command stands there once more for each of its aliases.
             for (CommandLine command : Set.copyOf(line.getSubcommands().values())) {
                 if (command.getCommand() instanceof Change change) {
                     change.offerParameters();
                 }
             }
-            line.setParameterExceptionHandler((e, rest) -> complain(usage(e), 2));
+            line.setParameterExceptionHandler((e, all) -> complain(usage(e, all), 2));
             line.setExecutionExceptionHandler((e, command, result) -> complain(explain(e), 1));
+            line.setExecutionStrategy(Fennic::execute);
             return line.execute(args);
         } catch (Failure | LinkageError | OutOfMemoryError e) {
             return complain(explain(e), 1);
         }
     }
 
+    /** Behind the name of an operation --help tells of that one. */
+    private static int execute(ParseResult result) {
+        ParseResult last = result;
+        while (last.hasSubcommand()) {
+            last = last.subcommand();
+        }
+        if (last.isUsageHelpRequested() && last.commandSpec().userObject() instanceof Change change
+            && change.operation() != null) {
+            System.out.print(change.help());
+            return 0;
+        }
+        return new RunLast().execute(result);
+    }
+
+    static void complain(String line) {
+        System.err.println(line);
+    }
+
     static int complain(String message, int exitCode) {
-        System.err.println("fennic: " + message);
+        complain("fennic: " + message);
         return exitCode;
     }
 
-    private static String usage(ParameterException e) {
+    private static String usage(ParameterException e, String[] args) {
         CommandLine command = e.getCommandLine();
         String text = e.getMessage().lines().map(String::strip).collect(Collectors.joining(" "));
-        if (e instanceof UnmatchedArgumentException unmatched && !unmatched.getSuggestions().isEmpty()) {
-            text += "; did you mean " + String.join(" or ", unmatched.getSuggestions()) + "?";
+        Optional<String> file = Stream.of(args).filter(arg -> arg.matches("-.+") && new File(arg).exists()).findFirst();
+        if (file.isPresent()) {
+            text += "; for the file " + file.get() + " write ./" + file.get();
+        } else if (e instanceof UnmatchedArgumentException unmatched) {
+            String elsewhere = Operation.elsewhere(unmatched.getUnmatched().get(0).toLowerCase(Locale.ROOT));
+            if (command.getParent() == null && elsewhere != null) {
+                text += "; " + elsewhere;
+            } else if (!unmatched.getSuggestions().isEmpty()) {
+                text += "; did you mean " + String.join(" or ", unmatched.getSuggestions()) + "?";
+            }
         }
         return decapitalised(text) + " (see " + command.getCommandSpec().qualifiedName() + " --help)";
     }

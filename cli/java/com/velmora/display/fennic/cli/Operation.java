@@ -10,6 +10,7 @@ import java.lang.reflect.Method;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Comparator;
+import java.util.HashMap;
 import java.util.List;
 import java.util.Locale;
 import java.util.Map;
@@ -30,27 +31,48 @@ public record Operation(
         Object in(Bitmap picture);
     }
 
+    /** What the list says of a parameter that a person may choose; least and most are null where that side is open. */
+    public record Choice(String least, String most, String unit, String meaning) {}
+
     /**
      * A parameter; initial is null where the list gives no default, last where it gives no range of operations, low and high
-     * where it gives no values beside the default.
+     * where it gives no values beside the default, choice where it is not a person's to choose.
      */
-    public record Parameter(String name, String type, String initial, String last, String low, String high) {
+    public record Parameter(String name, String type, String initial, String last, String low, String high, Choice choice) {
         private static final Pattern SIZE = Pattern.compile("(width|height)(?:\\*(\\d+))?(?:/([1-9]\\d*))?");
         private static final Pattern SHIFTED = Pattern.compile("shifted\\((-?\\d+),(-?\\d+)\\)");
 
         static Parameter bitmap(String name, String recipe) {
-            return new Parameter(name, "bitmap", recipe, null, null, null);
+            return new Parameter(name, "bitmap", recipe, null, null, null, null);
+        }
+
+        /** The values that make sense, in words: "0 to 1", "1 or more"; empty where all do. */
+        public String range() {
+            if (choice == null || choice.least == null && choice.most == null) {
+                return "";
+            }
+            return choice.most == null ? choice.least + " or more" : choice.least == null ? "up to " + choice.most
+                : choice.least + " to " + choice.most;
+        }
+
+        public String unit() {
+            return choice == null ? "" : choice.unit;
+        }
+
+        public String meaning() {
+            return choice == null ? "" : choice.meaning;
         }
 
         Value value(String text) {
             Matcher size = SIZE.matcher(text);
             try {
                 if (size.matches()) {
-                    return sized(size.group(1).equals("width") ? Bitmap::getWidth : Bitmap::getHeight,
+                    Value sized = sized(size.group(1).equals("width") ? Bitmap::getWidth : Bitmap::getHeight,
                         size.group(2) == null ? 1 : Double.parseDouble(size.group(2)),
                         size.group(3) == null ? 1 : Double.parseDouble(size.group(3)));
+                    return picture -> within(sized.in(picture), text);
                 }
-                Object fixed = fixed(text);
+                Object fixed = within(fixed(text), text);
                 return picture -> fixed;
             } catch (NumberFormatException e) {
                 String kind = type.endsWith("[]") ? type + " like " + initial : type;
@@ -90,6 +112,30 @@ public record Operation(
                 case "object" -> null;
                 default -> throw new Failure("--" + name + " is of type " + type + ", which cannot be given here");
             };
+        }
+
+        /** The value, if all its numbers make sense; what overflows or is no number at all never does. */
+        private Object within(Object value, String text) {
+            double[] numbers = value instanceof Number number ? new double[] {number.doubleValue()}
+                : value instanceof int[] ints ? Arrays.stream(ints).asDoubleStream().toArray()
+                : value instanceof float[] floats ? IntStream.range(0, floats.length).mapToDouble(i -> floats[i]).toArray()
+                : new double[0];
+            for (double number : numbers) {
+                boolean tooLow = choice != null && choice.least != null && number < bound(choice.least);
+                boolean tooHigh = choice != null && choice.most != null && number > bound(choice.most);
+                if (!Double.isFinite(number) || tooLow || tooHigh) {
+                    throw new IllegalArgumentException(unit().equals("choice")
+                        ? "no " + name + " " + text + ": " + meaning()
+                        : "--" + name + " takes " + (range().isEmpty() ? "a finite number" : range()) + ", not " + text);
+                }
+            }
+            return value;
+        }
+
+        /** As precise as the type, so that the bound itself is within. */
+        private double bound(String text) {
+            return type.startsWith("float") ? Float.parseFloat(text)
+                : type.equals("double") ? Double.parseDouble(text) : Integer.decode(text);
         }
 
         /** An array always has the default's length, for the natives count on it. */
@@ -166,11 +212,18 @@ public record Operation(
         }
     }
 
+    /** The kinds that can be called, and those that make a picture of one. */
+    static final List<String> KINDS = List.of("MEASURE", "GEOMETRY", "BLEND", "EFFECT", "FILTER", "ABORT");
+    static final List<String> CHANGING = List.of("BLEND", "EFFECT", "FILTER");
+
     /** The kind, native, class, method, name, frame, family, traits, parameters and summary. */
     private static final Pattern LINE = Pattern.compile("OPERATION\\((\\w+), *(\\w+), *(\\w+), *(\\w+), *\"([^\"]+)\", *(\\w+)"
         + ", *\"([^\"]+)\", *\"([^\"]*)\", *\"([^\"]*)\", *\"([^\"]+)\"\\)");
     private static final Pattern PARAMETER = Pattern.compile(
         "(\\w+):(\\w+(?:\\[\\d*])?)(?:=([^\\s\\[]+?)(?:\\.\\.([^\\s\\[]+)|\\[(\\S+)\\.\\.(\\S+)])?)?");
+
+    private static final Pattern CHOICE = Pattern.compile(
+        "PARAMETER\\(\"([^\"]+)\", *\"([^\"]+)\", *\"(\\S*?)\\.\\.(\\S*)\", *\"([^\"]*)\", *\"([^\"]+)\"\\)");
 
     /** Every line of the list. */
     public static List<Operation> listed() {
@@ -190,16 +243,35 @@ public record Operation(
     static Operation named(List<String> kinds, String name) {
         List<Operation> operations = of(kinds);
         return operations.stream().filter(operation -> operation.name.equals(name)).findFirst().orElseThrow(() -> {
+            String typed = name.toLowerCase(Locale.ROOT);
             String near = operations.stream()
                 .map(Operation::name)
-                .filter(known -> distance(name, known) <= Math.max(1, name.length() / 3))
-                .sorted(Comparator.comparingInt(known -> distance(name, known)))
+                .filter(known -> distance(typed, known) <= Math.max(1, typed.length() / 3))
+                .sorted(Comparator.comparingInt(known -> distance(typed, known)))
                 .limit(3)
                 .collect(joining(" or "));
-            String hint = near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
-            String kind = kinds.get(0).toLowerCase(Locale.ROOT);
-            return new IllegalArgumentException("unknown " + kind + " '" + name + "'; " + hint);
+            String elsewhere = elsewhere(typed);
+            String hint = elsewhere != null ? elsewhere
+                : near.isEmpty() ? "fennic list shows them all" : "did you mean " + near + "?";
+            String what = kinds == KINDS ? "operation" : word(kinds.get(0));
+            return new IllegalArgumentException("unknown " + what + " '" + name + "'; " + hint);
         });
+    }
+
+    /** Where an operation of another kind is found, or null: "multiply is a blend: fennic blend multiply". */
+    static String elsewhere(String name) {
+        return all().stream().filter(operation -> operation.name.equals(name)).findFirst().map(operation ->
+            name + " is " + (operation.kind.equals("EFFECT") ? "an " : "a ") + word(operation.kind) + ": "
+                + switch (operation.kind) {
+                case "BLEND" -> "fennic blend " + name;
+                case "EFFECT", "FILTER" -> "fennic effect " + name;
+                case "MEASURE" -> "fennic measure";
+                default -> "only programs call it";
+            }).orElse(null);
+    }
+
+    private static String word(String kind) {
+        return kind.equals("MEASURE") ? "measurement" : kind.equals("GEOMETRY") ? "computation" : kind.toLowerCase(Locale.ROOT);
     }
 
     /** The parameters that are left to the caller. */
@@ -217,6 +289,15 @@ public record Operation(
         Bitmap result = picture.copy(Bitmap.Config.ARGB_8888, true);
         apply(arguments(result, picture, layer, values));
         return result;
+    }
+
+    /** The picture itself, changed, where the operation needs no copy of it; it must be mutable and nobody else's. */
+    Bitmap change(Bitmap picture, Bitmap layer, Map<String, Value> values) {
+        if (parameters.stream().anyMatch(p -> p.isBitmap() && !List.of("result", "layer").contains(p.initial))) {
+            return changed(picture, layer, values);
+        }
+        apply(arguments(picture, picture, layer, values));
+        return picture;
     }
 
     /** What the native takes to change the result, which starts as a copy of the picture. */
@@ -286,7 +367,7 @@ public record Operation(
         }
     }
 
-    private static Operation parse(String line, int number) {
+    private static Operation parse(String line, int number, Map<String, Choice> choices) {
         Matcher match = LINE.matcher(line);
         if (!match.matches()) {
             throw new Failure("Operations.def:" + number, "not an operation: " + line);
@@ -299,12 +380,16 @@ public record Operation(
                 throw new Failure("Operations.def:" + number, "not a parameter (name:type=default): " + text);
             }
             parameters.add(new Parameter(parameter.group(1), parameter.group(2), parameter.group(3),
-                parameter.group(4), parameter.group(5), parameter.group(6)));
+                parameter.group(4), parameter.group(5), parameter.group(6),
+                choices.remove(match.group(5) + " " + parameter.group(1))));
         }
         if (kind.equals("BLEND")) {
             parameters.addAll(0, List.of(Parameter.bitmap("base", "result"), Parameter.bitmap("layer", "layer")));
         } else if (kind.matches("MEASURE|EFFECT|FILTER") && parameters.stream().noneMatch(Parameter::isBitmap)) {
             parameters.add(0, Parameter.bitmap("bitmap", kind.equals("MEASURE") ? "input" : "result"));
+        }
+        if (CHANGING.contains(kind) && parameters.stream().anyMatch(p -> p.isChoice() && p.choice == null)) {
+            throw new Failure("Operations.def:" + number, "a parameter to choose has no line PARAMETER of its own");
         }
         return new Operation(kind, match.group(2), match.group(5), match.group(6), match.group(7),
             Set.copyOf(words(match.group(8))), List.copyOf(parameters), match.group(10));
@@ -326,7 +411,7 @@ public record Operation(
             return Stream.of(this);
         }
         return IntStream.rangeClosed(Integer.parseInt(ranged.initial), Integer.parseInt(ranged.last)).mapToObj(number -> {
-            Parameter fixed = new Parameter(ranged.name, ranged.type, "" + number, "" + number, null, null);
+            Parameter fixed = new Parameter(ranged.name, ranged.type, "" + number, "" + number, null, null, null);
             return new Operation(kind, nativeName, name + "-" + number, frame, family, traits,
                 parameters.stream().map(parameter -> parameter == ranged ? fixed : parameter).toList(),
                 summary + ": " + like(listed, fixed.initial));
@@ -377,15 +462,30 @@ public record Operation(
             .toList();
 
         private static List<Operation> lines() {
-            List<Operation> listed = new ArrayList<>();
-            int number = 0;
-            for (String line : Resource.text("Operations.def").split("\n")) {
-                ++number;
-                if (!line.isBlank() && !line.startsWith("//") && !line.startsWith("#")) {
-                    listed.add(parse(line.strip(), number));
+            String[] lines = Resource.text("Operations.def").split("\n");
+            Map<String, Choice> choices = new HashMap<>();
+            for (String line : lines) {
+                Matcher match = CHOICE.matcher(line.strip());
+                if (match.matches()) {
+                    choices.put(match.group(1) + " " + match.group(2),
+                        new Choice(side(match.group(3)), side(match.group(4)), match.group(5), match.group(6)));
                 }
             }
+            List<Operation> listed = new ArrayList<>();
+            for (int i = 0; i < lines.length; ++i) {
+                String line = lines[i].strip();
+                if (!line.isEmpty() && !line.startsWith("//") && !line.startsWith("#") && !CHOICE.matcher(line).matches()) {
+                    listed.add(parse(line, i + 1, choices));
+                }
+            }
+            if (!choices.isEmpty()) {
+                throw new Failure("Operations.def", "PARAMETER of no operation: " + String.join(", ", choices.keySet()));
+            }
             return List.copyOf(listed);
+        }
+
+        private static String side(String text) {
+            return text.isEmpty() ? null : text;
         }
     }
 

@@ -102,7 +102,7 @@ final class Page {
             <details class="formula wide">
             <summary>Formula</summary>
             %10$s
-            %11$s%12$s</details>
+            %15$s%11$s%12$s</details>
             <div class="calls">
             <fieldset>
             <legend>Call of %1$s</legend>
@@ -120,7 +120,21 @@ final class Page {
                 words.difference().isEmpty() ? "" : "<p><b>Unlike elsewhere:</b> " + escaped(words.difference()) + "</p>\n",
                 formula.more().isEmpty() ? "" : "<details>\n<summary>More</summary>\n" + formula.more() + "\n</details>\n",
                 CALLS.stream().map(call -> choice(call, operation.name())).collect(joining()),
-                code(0, escaped(operation.typedCall())) + code(1, escaped(operation.call())) + code(2, command(card)));
+                code(0, escaped(operation.typedCall())) + code(1, escaped(operation.call())) + code(2, command(card)),
+                meanings(operation));
+    }
+
+    /** What each parameter means, with its range and unit. */
+    private static String meanings(Operation operation) {
+        String meanings = operation.choices().stream()
+            .map(p -> "<li><code>%s</code>: %s%s</li>\n".formatted(escaped(p.name()), escaped(p.meaning()), limits(p)))
+            .collect(joining());
+        return meanings.isEmpty() ? "" : "<ul>\n" + meanings + "</ul>\n";
+    }
+
+    private static String limits(Parameter parameter) {
+        String limits = Stream.of(parameter.unit(), parameter.range()).filter(text -> !text.isEmpty()).collect(joining(", "));
+        return limits.isEmpty() ? "" : " (" + escaped(limits) + ")";
     }
 
     /** What the list says of a parameter. */

@@ -1,5 +1,8 @@
 package com.velmora.display.fennic.cli;
 
+import static java.nio.charset.StandardCharsets.ISO_8859_1;
+import static java.nio.charset.StandardCharsets.UTF_8;
+
 import android.graphics.Bitmap;
 import android.graphics.BitmapFactory;
 import java.awt.AlphaComposite;
@@ -9,92 +12,91 @@ import java.awt.image.BufferedImage;
 import java.awt.image.DataBufferInt;
 import java.io.ByteArrayOutputStream;
 import java.io.IOException;
-import java.io.InputStream;
+import java.io.UncheckedIOException;
 import java.nio.ByteBuffer;
 import java.nio.ByteOrder;
 import java.nio.IntBuffer;
-import java.nio.file.FileSystemException;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.nio.file.StandardCopyOption;
-import java.util.Arrays;
 import java.util.function.IntUnaryOperator;
 
-/** PNG files in and out, scaling and shifting, with every failure told in words. */
+/** Picture files in, PNG files out, scaling and shifting, with every failure told in words. */
 final class Pngs {
-    private static final byte[] SIGNATURE = {(byte) 0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
-
     private Pngs() {}
 
     static Bitmap read(Path file) {
-        if (!Files.exists(file)) {
-            throw new Failure(file, "no such file; check its name");
+        return decode(Input.of(file), bytes(Input.of(file)));
+    }
+
+    /** All of the file at once, for a pipe can be read only once. */
+    static byte[] bytes(Input input) {
+        if (!input.isStandard() && !Files.exists(input.file())) {
+            throw new Failure(input, input.isUnspeakable()
+                ? "cannot be reached by this name, which is not UTF-8; rename it, or take its folder with --recursive"
+                : "no such file; check its name");
         }
-        if (Files.isDirectory(file)) {
-            throw new Failure(file, "a folder; name a PNG file");
+        if (!input.isStandard() && Files.isDirectory(input.file())) {
+            throw new Failure(input, Files.isReadable(input.file())
+                ? "a folder; name pictures, or take all that are in it with --recursive"
+                : "no permission to read this folder; mend with chmod +rx");
         }
-        if (!Files.isReadable(file)) {
-            throw new Failure(file, "no permission to read it; mend with chmod +r");
+        if (!input.isStandard() && !Files.isReadable(input.file())) {
+            throw new Failure(input, "no permission to read it; mend with chmod +r");
         }
-        try (InputStream in = Files.newInputStream(file)) {
-            if (!Arrays.equals(in.readNBytes(SIGNATURE.length), SIGNATURE)) {
-                throw new Failure(file, "not a PNG; convert it to PNG first");
-            }
+        try {
+            return input.isStandard() ? System.in.readAllBytes() : Files.readAllBytes(input.file());
         } catch (IOException e) {
-            throw new Failure(file, "cannot be read: " + reason(e));
+            throw new Failure(input, "cannot be read: " + WholeFile.reason(e));
         }
-        BitmapFactory.Options options = new BitmapFactory.Options();
-        options.inMutable = true;
-        Bitmap bitmap = BitmapFactory.decodeFile(file.toString(), options);
+    }
+
+    static String text(Input input) {
+        return new String(bytes(input), UTF_8);
+    }
+
+    static Bitmap decode(Input input, byte[] bytes) {
+        if (bytes.length == 0) {
+            throw new Failure(input, "empty; export it again");
+        }
+        Bitmap large = PngReader.read(bytes);
+        Bitmap bitmap = large != null ? large : BitmapFactory.decodeByteArray(bytes, 0, bytes.length, mutable());
         if (bitmap == null) {
-            throw new Failure(file, "a damaged or oversized PNG; export it again");
+            String format = format(bytes);
+            throw new Failure(input, format == null
+                ? "not a picture that can be read (PNG, JPEG, GIF, BMP, WebP); convert it first"
+                : "a damaged or oversized " + format + "; export it again");
         }
         return bitmap;
     }
 
+    private static BitmapFactory.Options mutable() {
+        BitmapFactory.Options options = new BitmapFactory.Options();
+        options.inMutable = true;
+        return options;
+    }
+
+    /** The format by the first bytes, or null. */
+    static String format(byte[] bytes) {
+        String start = new String(bytes, 0, Math.min(bytes.length, 12), ISO_8859_1);
+        return start.startsWith("\u0089PNG\r\n\u001a\n") ? "PNG"
+            : start.startsWith("\u00ff\u00d8\u00ff") ? "JPEG"
+            : start.startsWith("GIF8") ? "GIF"
+            : start.startsWith("BM") ? "BMP"
+            : start.startsWith("RIFF") && start.endsWith("WEBP") ? "WebP" : null;
+    }
+
     static byte[] encode(Bitmap bitmap) {
         ByteArrayOutputStream out = new ByteArrayOutputStream();
-        if (!bitmap.compress(Bitmap.CompressFormat.PNG, 100, out)) {
-            throw new Failure("the result could not be encoded as a PNG");
+        try {
+            PngWriter.write(bitmap, out);
+        } catch (IOException e) {
+            throw new UncheckedIOException(e);
         }
         return out.toByteArray();
     }
 
-    /** Says before any work is done what would keep the file from being written. */
-    static void checkTarget(Path file) {
-        Path parent = file.toAbsolutePath().getParent();
-        if (parent == null || Files.isDirectory(file)) {
-            throw new Failure(file, "a folder; name the file to write");
-        }
-        if (!Files.isDirectory(parent)) {
-            boolean taken = Files.exists(parent);
-            String why = taken ? parent + " is a file, no folder; choose another" : "its folder is missing; create it first";
-            throw new Failure(file, why);
-        }
-        if (!Files.isWritable(parent) || Files.exists(file) && !Files.isWritable(file)) {
-            throw new Failure(file, "no permission to write it; mend with chmod +w or choose another place");
-        }
-        if (Files.exists(file) && !Files.isRegularFile(file)) {
-            throw new Failure(file, "not a plain file; choose another name");
-        }
-    }
-
-    /** The file appears whole or not at all: the bytes go to a neighbour that then takes its name. */
     static void write(Path file, byte[] bytes) {
-        checkTarget(file);
-        Path neighbour = null;
-        try {
-            Path target = Files.exists(file) ? file.toRealPath() : file.toAbsolutePath();
-            neighbour = target.resolveSibling("." + target.getFileName() + "." + ProcessHandle.current().pid() + ".tmp");
-            neighbour.toFile().deleteOnExit();
-            Files.write(neighbour, bytes);
-            Files.move(neighbour, target, StandardCopyOption.ATOMIC_MOVE, StandardCopyOption.REPLACE_EXISTING);
-        } catch (IOException e) {
-            if (neighbour != null) {
-                neighbour.toFile().delete();
-            }
-            throw new Failure(file, "cannot be written: " + reason(e));
-        }
+        WholeFile.write(file, out -> out.write(bytes));
     }
 
     /** The bitmap, made smaller if need be to fit into a square. */
@@ -177,10 +179,5 @@ final class Pngs {
         }
         bitmap.copyPixelsFromBuffer(bytes.rewind());
         return bitmap;
-    }
-
-    private static String reason(IOException e) {
-        String reason = e instanceof FileSystemException file ? file.getReason() : e.getMessage();
-        return reason == null ? e.getClass().getSimpleName() : reason;
     }
 }

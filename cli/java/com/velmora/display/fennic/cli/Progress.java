@@ -7,15 +7,19 @@ package com.velmora.display.fennic.cli;
 final class Progress implements AutoCloseable {
     private static final String REWRITE_LINE = "\033[A\r\033[K";
 
-    private final boolean terminal = Boolean.getBoolean("fennic.terminal");
+    private final boolean terminal = !Terminal.DEVICE.isEmpty();
     private final int total;
     private int done;
 
+    /** Of nothing, it says nothing. */
     Progress(int total) {
         this.total = total;
     }
 
     void step(String what) {
+        if (total == 0 || Terminal.isQuiet()) {
+            return;
+        }
         System.err.printf("%s[%d/%d] %s%n", terminal && done > 0 ? REWRITE_LINE : "", ++done, total, what);
     }
 

@@ -3,17 +3,23 @@ package com.velmora.display.fennic.cli;
 import static java.util.stream.Collectors.toMap;
 import static org.junit.jupiter.api.Assertions.*;
 
+import android.graphics.Bitmap;
+import android.graphics.BitmapFactory;
+import com.velmora.display.fennic.VelUIBitmapUtils;
 import java.awt.image.BufferedImage;
+import java.io.ByteArrayInputStream;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.Arrays;
 import java.util.List;
 import java.util.Map;
+import java.util.Random;
 import java.util.Set;
 import java.util.TreeSet;
 import java.util.regex.MatchResult;
 import java.util.regex.Pattern;
+import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import javax.imageio.ImageIO;
@@ -58,6 +64,10 @@ class CommandLineTest {
         Files.createDirectory(folder.resolve("empty"));
         Files.createDirectory(folder.resolve("site"));
         Files.writeString(folder.resolve("site/index.html"), "somebody's own page");
+        Files.createDirectories(folder.resolve("two words/näh"));
+        Files.copy(folder.resolve("base.png"), folder.resolve("two words/näh/-b.png"));
+        Files.copy(folder.resolve("base.png"), folder.resolve("two words/base.gif"));
+        Files.writeString(folder.resolve("list"), "two words/näh/-b.png\nbase.png\n");
         Files.writeString(folder.resolve("figures.csv"), """
             size,picture,peer,op,best_mpx_s,median_mpx_s
             1024,random,limit,copy,8000.00,7900.00
@@ -79,9 +89,14 @@ class CommandLineTest {
         "measure                                                     | 2 | 'FILE'",
         "measure --jsn base.png                                      | 2 | did you mean --json",
         "measure none.png                                            | 1 | none.png: no such file",
-        "measure text.png                                            | 1 | text.png: not a PNG",
+        "measure text.png                                            | 1 | text.png: not a picture that can be read",
         "measure cut.png                                             | 1 | cut.png: a damaged or oversized PNG",
         "measure empty                                               | 1 | empty: a folder",
+        "measure empty -r                                            | 1 | empty: holds no pictures",
+        "measure @gone                                               | 1 | gone: no such file",
+        "measure - -                                                 | 1 | standard input can be read once only",
+        "mesure base.png                                             | 2 | did you mean measure",
+        "sepia base.png                                              | 2 | sepia is a filter: fennic effect sepia",
         "blend darken base.png -o out.png                            | 2 | 'LAYER'",
         "blend darken base.png layer.png                             | 2 | '--out=OUT'",
         "blend darkn base.png layer.png -o out.png                   | 2 | did you mean darken",
@@ -96,12 +111,29 @@ class CommandLineTest {
         "blend darken base.png layer.png -o /dev/full                | 1 | /dev/full: not a plain file",
         "effect invrt base.png -o out.png                            | 2 | unknown effect 'invrt'; did you mean invert",
         "filter vignete base.png -o out.png                          | 2 | did you mean vignette",
-        "effect darken base.png -o out.png                           | 2 | unknown effect 'darken'",
+        "effect darken base.png -o out.png                           | 2 | darken is a blend: fennic blend darken",
+        "effect Sepia base.png -o out.png                            | 2 | fennic effect sepia",
+        "effect nope --help                                          | 2 | unknown effect 'nope'",
+        "effect sepia base.png --intensity NaN -o out.png            | 2 | --intensity takes 0 to 1, not NaN",
+        "effect sepia base.png --intensity 1.01 -o out.png           | 2 | --intensity takes 0 to 1, not 1.01",
+        "effect swirl base.png --radius 1e99 -o out.png              | 2 | --radius takes 0 or more, not 1e99",
+        "effect kuwahara base.png --radius width*99 -o out.png       | 1 | --radius takes 0 to 100, not width*99",
+        "effect monochrome base.png --color 1,2,256 -o out.png       | 2 | --color takes 0 to 255, not 1,2,256",
+        "effect sepia base.png -o out.bmp                            | 2 | out.bmp: cannot be written as .bmp",
+        "effect sepia base.png layer.png -o out.png                  | 2 | -o takes one picture, not 2",
+        "effect sepia base.png -o out.png -d out                     | 2 | exclude each other",
+        "effect sepia base.png -d out --suffix a/b                   | 2 | without /",
+        "effect sepia base.png -d out --overwrite --skip-existing    | 2 | exclude each other",
+        "effect sepia base.png -d base.png/out                       | 1 | not a folder",
+        "effect sepia base.png ./base.png -d out                     | 1 | would both become this file",
+        "effect sepia base.png base.png -d out                       | 1 | base.png is named twice",
+        "effect sepia base.png layer.png -d .                        | 1 | or replace it with --overwrite",
+        "effect sepia - -d out                                       | 1 | standard input has no name",
         "effect invert base.png --threshold 1 -o out.png             | 2 | invert takes no --threshold",
         "effect denoise base.png --threshold 1.5 -o out.png          | 2 | --threshold takes a value of type int, not '1.5'",
         "effect swirl base.png --radius width/0 -o out.png           | 2 | --radius takes a value of type float, not 'width/0'",
         "effect vignette base.png --color width,0 -o out.png         | 2 | --color takes a value of type int[] like 0,0",
-        "effect pick-channel base.png --channel 4 -o out.png         | 1 | nativePickUpChannel failed with status -1",
+        "effect pick-channel base.png --channel 4 -o out.png         | 2 | no channel 4: 0 red, 1 green, 2 blue, 3 alpha",
         "gallery --icons empty --out g                               | 1 | empty: holds no icon-*.png",
         "gallery --icons . --out base.png                            | 1 | base.png; name another place with --out",
         "gallery --icons . --out site                                | 1 | site: holds a page or pictures that are no gallery",
@@ -123,15 +155,72 @@ class CommandLineTest {
         Result json = run(folder, "measure", "--json", "base.png");
         assertEquals(
             "[{\"file\":\"base.png\",\"width\":10,\"height\":10,\"visible\":23,\"invisible\":77,\"outside\":0.76,"
-                + "\"average\":[200,100,50,255],\"cutOff\":[2,3,7,6],\"square\":[0,1,6,6],\"median\":124.2}]",
+                + "\"average\":[200,100,50,255],\"cutOff\":[2,3,7,6],\"square\":[0,1,6,6],\"median\":124.2,"
+                + "\"straight\":[200,100,50]}]",
             json.out.replaceAll("\\s", ""));
         assertEquals(0, json.exitCode);
 
         Result table = run(folder, "measure", "base.png", "text.png", "layer.png");
         List<String> rows = table.out.lines().map(row -> row.strip().replaceAll("\\s+", " ")).toList();
-        assertEquals("10 10 23 77 0.7600 124.2 200,100,50,255 2,3,7,6 0,1,6,6 base.png", rows.get(1));
-        assertEquals("20 20 400 0 0.0000 140.8 100,150,200,255 0,0,19,19 - layer.png", rows.get(2), "after a bad file");
+        assertEquals("10 10 23 77 0.7600 124.2 200,100,50,255 2,3,7,6 0,1,6,6 200,100,50 base.png", rows.get(1));
+        assertEquals("20 20 400 0 0.0000 140.8 100,150,200,255 0,0,19,19 - 100,150,200 layer.png", rows.get(2));
         assertEquals(1, table.exitCode);
+
+        Random random = new Random(1);
+        Bitmap noise = Bitmap.createBitmap(31, 17, Bitmap.Config.ARGB_8888);
+        for (int i = 0; i < 31 * 17; ++i) {
+            noise.setPixel(i % 31, i / 31, random.nextBoolean() ? random.nextInt() : 0);
+        }
+        int[] average = new int[4];
+        VelUIBitmapUtils.nativeGetBitmapAverageColorInRect2(noise, 0, 0, 31, 17, average);
+        assertArrayEquals(average, Sums.of(noise).average(), "what stands in for the native where its sums would wrap");
+    }
+
+    /** Small ones, and large ones of many bands, noisy and plain, which the command line reads by itself. */
+    @ParameterizedTest
+    @CsvSource({"1, 1", "300, 200", "2048, 2048", "1400001, 3"})
+    void writesWhatIsReadAgain(int width, int height) {
+        Random random = new Random(1);
+        int[] colors = IntStream.range(0, width * height)
+            .map(i -> i / width < height / 2 ? random.nextInt() | 255 << 24 : i / width % 3 * 0x7f123456).toArray();
+        Bitmap bitmap = Bitmap.createBitmap(colors, width, height, Bitmap.Config.ARGB_8888);
+        byte[] png = Pngs.encode(bitmap);
+        assertTrue(bitmap.sameAs(BitmapFactory.decodeStream(new ByteArrayInputStream(png))));
+        assertTrue(bitmap.sameAs(Pngs.decode(Input.of("large.png"), png)));
+    }
+
+    /** In a shell of the C locale, where $f is the command line: many pictures, pipes, and what is found afterwards. */
+    @ParameterizedTest
+    @CsvSource(delimiterString = "=>", value = {
+        "$f effect complement 'two words' -r -d out                   => 0 => find out -type f          => out/base.png out/näh/-b.png",
+        "$f effect sepia @list text.png -d out --suffix x             => 1 => find out -type f          => out/-b-x.png out/base-x.png",
+        "$f effect sepia . -r -d .                                    => 1 => find . -newer list        => ''",
+        "for i in 1 2; do $f effect sepia 'two words' -r -d 'two words/o'; done => 0 => find . -newer list -type f | wc -l => 2",
+        "$f effect sepia base.png -d . --overwrite                    => 0 => find . -newer list -type f => ./base.png",
+        "$f blend darken @list layer.png -d a/b                       => 0 => find a -type f            => a/b/-b.png a/b/base.png",
+        "$f blend darken base.png gone.png layer.png -d a -q          => 1 => find a -type f            => a/base.png",
+        "echo > o.png; $f effect sepia base.png -o o.png --skip-existing => 0 => wc -c < o.png          => 1",
+        "chmod 640 base.png; $f effect sepia base.png -o base.png     => 0 => stat -c %a base.png       => 640",
+        "touch .fennic-999999999-1.tmp; $f effect sepia base.png -o o.png => 0 => find . -name '*.tmp'  => ''",
+        "$f effect alpha - -o - < base.png | $f measure - base.png    => 0 => wc -l < $out              => 3",
+        "mkfifo p; cat base.png > p & $f effect sepia p -o o.png      => 0 => ls o.png                  => o.png",
+        "$f measure base.png > /dev/full                              => 1 => grep -c 'standard output' $err => 1",
+        "$f --version > /dev/full                                     => 1 => grep -c 'standard output' $err => 1",
+        "$f effect sepia --help > /dev/full                           => 1 => grep -c 'standard output' $err => 1",
+        "$f effect sepia base.png -o - > /dev/full                    => 1 => grep -c 'standard output' $err => 1",
+        "$f list | head -1; exit ${PIPESTATUS[0]}                     => 0 => wc -c < $err              => 0",
+        "$f effect sepia $(printf 'x\\377') -o o.png                  => 1 => grep -c 'not UTF-8' $err  => 1",
+        "$f effect sepia -b.png -o o.png                              => 2 => grep -c 'write ./-b.png' $err => 1",
+        "$f effect swirl --help                                       => 0 => grep -c 'pixels; 0 or more' $out => 1",
+        "$f list --json sepia                                         => 0 => grep -o 'stops\\|share' $out    => share",
+        "$f generate-completion                                       => 0 => bash -n $out && grep -qs soft-light $out && echo yes => yes",
+    })
+    void worksInAShell(String line, int exitCode, String look, String found) throws Exception {
+        Files.copy(folder.resolve("base.png"), folder.resolve("-b.png"));
+        Result result = start(folder, "", List.of("bash", "-c", "find . -exec touch -d @0 {} +; " + line));
+        Result looked = start(folder, ".look", List.of("bash", "-c", look));
+        assertEquals(exitCode, result.exitCode, result.err);
+        assertEquals(found, looked.out.lines().sorted().collect(Collectors.joining(" ")), result.err);
     }
 
     /**
@@ -250,10 +339,16 @@ class CommandLineTest {
     }
 
     private static Result run(Path folder, String... arguments) throws Exception {
-        List<String> command = Stream.concat(Stream.of("" + ROOT.resolve("fennic")), Stream.of(arguments)).toList();
-        Path out = outputs.resolve("out"), err = outputs.resolve("err");
-        int exitCode = new ProcessBuilder(command).directory(folder.toFile())
-            .redirectOutput(out.toFile()).redirectError(err.toFile()).start().waitFor();
+        return start(folder, "", Stream.concat(Stream.of("" + ROOT.resolve("fennic")), Stream.of(arguments)).toList());
+    }
+
+    private static Result start(Path folder, String suffix, List<String> command) throws Exception {
+        Path out = outputs.resolve("out" + suffix), err = outputs.resolve("err" + suffix);
+        ProcessBuilder process = new ProcessBuilder(command).directory(folder.toFile())
+            .redirectOutput(out.toFile()).redirectError(err.toFile());
+        process.environment().putAll(Map.of("f", "" + ROOT.resolve("fennic"), "out", "" + outputs.resolve("out"),
+            "err", "" + outputs.resolve("err"), "LC_ALL", "C"));
+        int exitCode = process.start().waitFor();
         return new Result(exitCode, Files.readString(out), Files.readString(err));
     }
 }
