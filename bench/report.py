@@ -14,7 +14,7 @@ HERE = Path(__file__).resolve().parent
 LIMITS = {"MEASURE": "byte-sum", "BLEND": "read-two-write-one", "EFFECT": "complement", "FILTER": "complement"}
 # The library as a whole at another commit, and as it is now; "fennic" is its code in the program that the peers are in.
 BEFORE, NOW = "before", "now"
-NO_PEERS = {"fennic", "limit", BEFORE, NOW}
+NO_PEERS = {"fennic", "limit", "wasm", BEFORE, NOW}
 
 
 def kinds():
@@ -139,13 +139,13 @@ def print_readme(figures):
             print(f"| {op} | " + " | ".join(f"{ours:.0f} ({peer[1]} {peer[0]:.0f})" for ours, peer in peers) + " |")
 
 
-def print_levels(figures, oldest):
-    """The code of two processor levels, side by side."""
-    print(f"\n{'1024 x 1024, Mpx/s':19}{'newest':>8}{'oldest':>8}{'ratio':>8}")
+def print_beside(names, figures, others, peer="fennic"):
+    """The library's code and another form of it, side by side."""
+    print(f"\n{'1024 x 1024, Mpx/s':19}{names[0]:>8}{names[1]:>8}{'ratio':>8}")
     motif = 1024, "random"
     ratios = []
-    for op in figures.ops(motif):
-        best, slower = figures.best(motif, "fennic", op), oldest.best(motif, "fennic", op)
+    for op in others.ops(motif, peer):
+        best, slower = figures.best(motif, "fennic", op), others.best(motif, peer, op)
         ratios.append(best / slower)
         print(f"{op:19}{best:8.0f}{slower:8.0f}{best / slower:8.2f}")
     print(f"{len(ratios)} operations: in the middle {statistics.median(ratios):.2f}, geometric mean "
@@ -164,6 +164,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--csv", metavar="FILE", action="append", default=[], help="keep the lines in a file")
     parser.add_argument("--oldest", metavar="FILE", help="compare with the lines of a file, which are of the oldest level")
+    parser.add_argument("--wasm", metavar="FILE", help="compare with the lines of a file, which are of the WebAssembly module")
     parser.add_argument("--readme", action="store_true", help="only the README's table")
     options = parser.parse_args()
     figures = Figures(sys.stdin)
@@ -178,7 +179,10 @@ def main():
         print_readme(figures)
     elif options.oldest:
         with open(options.oldest, encoding="utf-8") as oldest:
-            print_levels(figures, Figures(oldest))
+            print_beside(("newest", "oldest"), figures, Figures(oldest))
+    elif options.wasm:
+        with open(options.wasm, encoding="utf-8") as wasm:
+            print_beside(("native", "wasm"), figures, Figures(wasm), "wasm")
     else:
         for motif in sorted(figures.motifs()):
             if motif[0] == 1:

@@ -56,6 +56,10 @@ TEST(ShortForms, WalkRowsThatOverlapPixelByPixel) {
     leavesArrays = true;
 }
 
+TEST(ShortForms, ShiftsGiveTheQuotients) {
+    for (int a = 0; a < 65535; ++a) EXPECT_EQ(quotientByShifts(all(std::uint16_t(a)))[0], a / 255);
+}
+
 TEST(ShortForms, ReciprocalsGiveTheRoundedQuotients) {
     auto expectRounded = [](Tone n, Tone d, Tone full) {
         EXPECT_EQ(float(byReciprocal(n, d, full)), float(n) * float(full) / float(d)) << float(n) << " / " << float(d);

@@ -6,7 +6,7 @@ For every blend, effect and filter of jni/Operations.def but the "scalar" ones, 
 whole vectors of the level's width, computes on such vectors, and makes no call and no arithmetic on single floats. It may stand in
 a function of the same level that the operation calls. What a level calls beside its own functions must be known below.
 
-32-bit x86 owes the same as the oldest 64-bit level. On ARMv7 loops stay scalar, and must: its vectors take denormals for 0, so no
+32-bit x86 owes the same as the oldest 64-bit level, and so does WebAssembly, whose one level calls what its linker lets it. On ARMv7 loops stay scalar, and must: its vectors take denormals for 0, so no
 float may be in one.
 """
 
@@ -32,21 +32,25 @@ expected_loops = {"BitmapExclusion": 2, "TkPSBlendingMode": 43}
 outside = re.compile(r"(AndroidBitmap_\w+|__android_log_print|fprintf|abort|mem(set|cpy)|free|malloc|fmod|tan|atan|sin|sincosf|exp2|"
                      r"nextafterf|_Zna[jm]\w*|_ZdaPv\w*|_Z11leaveArraysi|__aeabi_\w+|__u?(div|mod)[ds]i3)(@plt)?|\*.*")
 
-arm, arm32 = options.machine == "aarch64", options.machine == "armv7-a"
+arm, arm32, wasm = (options.machine == machine for machine in ("aarch64", "armv7-a", "wasm32"))
 registers = {"v4": "%zmm", "v3": "%ymm", "baseline": "%xmm"}
 branch = re.compile(r"(b\.?\w*|cbn?z|tbn?z)\s" if arm or arm32 else r"j\w+\s")
 call = re.compile(r"(bl|blx|blr)\s" if arm or arm32 else r"call")
 float_vector = re.compile(r"v\w+(\.f32\s+d\d|\.\w+\s+.*\bq\d)")
-single = re.compile(r"f(mul|add|sub|div|madd|msub|sqrt)\s+s\d" if arm else r"v?(mul|add|sub|div|sqrt|fn?m(add|sub)\w*)ss\s")
+single = re.compile(r"f32\.(mul|add|sub|div|sqrt)\s*$" if wasm else r"f(mul|add|sub|div|madd|msub|sqrt)\s+s\d" if arm else r"v?(mul|add|sub|div|sqrt|fn?m(add|sub)\w*)ss\s")
 
 
 def vector_store(text, register):
+    if wasm:
+        return re.match(r"v128\.store\s", text)
     if arm:
         return re.match(r"st[rp1u]\w*\s+(\{\s*)?[qv]\d", text)
     return re.match(rf"v?mov\w+\s+{register}\d+,\S*\(", text)
 
 
 def vector_arithmetic(text, register):
+    if wasm:
+        return re.match(r"([fi]\d+x\d+\.(?!load|store|splat|extract|replace)|v128\.(and|or|xor|not|bitselect))", text)
     if arm:
         return re.match(r"(f\w+|add|sub|mul|mla|eor|and|bic|bsl|bit|bif|cm\w+|[su]min|[su]max|\w*cvt\w*)\s+v\d+\.", text)
     return re.match(rf"v?((mul|add|sub|div|sqrt|fn?m\w+|cvt\w+|and|or|xor)(ps|pd|dq)|p(add|sub|mul|and|or|xor|cmp|min|max|s[lr]l|shuf|tern)\w*)\s.*{register}", text)
@@ -55,6 +59,9 @@ def vector_arithmetic(text, register):
 def loops(instructions):
     """The innermost loops: spans from a backward branch's target to the branch with no other such span inside."""
     spans = []
+    if wasm:
+        yield from structured_loops(instructions)
+        return
     for index, (address, text) in enumerate(instructions):
         target = branch.match(text) and re.search(r"\b([0-9a-f]{3,})\b(?=\s*<|$)", text)
         if target and instructions[0][0] <= int(target[1], 16) <= address:
@@ -64,6 +71,21 @@ def loops(instructions):
         inner = [s for s, e in spans if (s, e) != (start, end) and s >= start and e <= end]
         if not inner:
             yield body
+
+
+def structured_loops(instructions):
+    """The same of WebAssembly, where they are nested: from `loop` to its `end`."""
+    opened = []
+    for index, (_, text) in enumerate(instructions):
+        word = text.split()[0]
+        if word in ("block", "loop", "if", "try"):
+            opened.append([word, index, True])
+        elif word == "end" and opened:
+            kind, start, innermost = opened.pop()
+            if kind == "loop":
+                if innermost:
+                    yield [each for _, each in instructions[start : index + 1]]
+                opened = [[each, at, False] for each, at, _ in opened]
 
 
 def functions():
@@ -79,12 +101,17 @@ def functions():
 
 
 def level_of(symbol):
+    if wasm:  # names are not mangled
+        return "baseline" if "level_baseline::" in symbol else None
     match = re.match(r"_Z+NK?\d+level_(baseline|v3|v4)", symbol)
     return match[1] if match else None
 
 
 def method_of(symbol):
     """The name of a level's free function, None for anything else."""
+    if wasm:  # or of the one that it is an instance for: calls go by number
+        match = re.search(r"level_baseline::(\w+)\(", symbol)
+        return match and match[1]
     match = re.match(r"_ZN\d+level_(?:baseline|v3|v4)(\d+)(.*)", symbol)
     return match[2][: int(match[1])] if match and match[2][int(match[1]) :].startswith("E") else None
 
@@ -105,7 +132,7 @@ def scalar(traits, level):
 code, faults, checked = functions(), [], 0
 
 for symbol, instructions in code.items():
-    for callee in callees(instructions):
+    for callee in [] if wasm else callees(instructions):
         if level_of(callee) != level_of(symbol) and not outside.fullmatch(callee):
             faults.append(f"{symbol} leaves its level for {callee}")
     if arm32 and (text := next((text for _, text in instructions if float_vector.match(text)), None)):

@@ -3,13 +3,15 @@
 usage: check_package.py FOLDER ABI...
 
 The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
-the sample application, and a native library of somebody's that links against it; what the README says of them; the sums.
+the sample application, and a native library of somebody's that links against it; a program in Node.js; what the README says of them;
+the sums.
 """
 
 import json
 import re
 import subprocess
 import sys
+import tarfile
 import tempfile
 import zipfile
 from pathlib import Path
@@ -134,14 +136,37 @@ def check_consumer(aar, scratch):
         demand("libfennic.so" in needed, f"somebody's library for {abi} does not need ours")
 
 
+def check_npm(scratch):
+    """A program in Node.js runs with what npm would unpack, which is what the folder has and package.json names."""
+    modules = scratch / "npm/node_modules"
+    with tarfile.open(dist / f"npm/fennic-{version}.tgz") as archive:
+        demand(all(entry.isfile() and entry.name.startswith("package/") for entry in archive), "npm would not unpack an entry")
+        archive.extractall(modules)
+    (modules / "package").rename(modules / "fennic")
+    contents = [{file.name: file.read_bytes() for file in folder.iterdir()} for folder in (dist / "npm/fennic", modules / "fennic")]
+    demand(contents[0] == contents[1], "the npm package's folder and archive differ")
+    package, readme = json.loads(contents[1]["package.json"]), contents[1]["README.md"].decode()
+    named = {package["types"], *package["exports"]["."].values(), package["exports"]["./fennic.wasm"]}
+    demand(package["version"] == version and {f"./{name}" for name in contents[1]} == named | {"./README.md", "./package.json"},
+           f"package.json is of {package['version']} with {sorted(named)}")
+    demand("@" not in readme, "the npm package's README has a gap")
+    program = scratch / "npm/consumer.mjs"
+    program.write_text((root / "tests/consumer/consumer.mjs").read_text())
+    printed = run("node", program)
+    demand(printed == "66 operations, 51,0,0,255, visible 6\n", f"a program with the npm package prints {printed!r}")
+
+
 def check_readme(aar):
     """What the README tells people to ask for, and how big it says that the libraries are."""
     readme = (root / "README.md").read_text()
-    for name in (f"com.velmora.display:fennic:{version}", f"fennic-{version}-symbols.zip", f"com.velmora.display:fennic-desktop:{version}"):
+    for name in (f"com.velmora.display:fennic:{version}", f"fennic-{version}-symbols.zip", f"com.velmora.display:fennic-desktop:{version}",
+                 f"fennic-{version}.tgz"):
         demand(name in readme, f"the README does not name {name}")
     for abi in abis:
         size, said = (aar / f"jni/{abi}/libfennic.so").stat().st_size / 1024, re.search(rf"`{abi}` \| (\d+) KB", readme)
         demand(said and abs(int(said[1]) - size) < 0.05 * size, f"the README's size of {abi} is not {size:.0f} KB")
+    size, said = (dist / "npm/fennic/fennic.wasm").stat().st_size / 1024, re.search(r"`fennic.wasm` has (\d+) KB", readme)
+    demand(said and abs(int(said[1]) - size) < 0.05 * size, f"the README's size of fennic.wasm is not {size:.0f} KB")
 
 
 def check_maven():
@@ -172,6 +197,7 @@ with tempfile.TemporaryDirectory() as folder:
     check_rules(aar, scratch)
     check_sample(aar, scratch)
     check_consumer(aar, scratch)
+    check_npm(scratch)
     check_readme(aar)
     check_maven()
 

@@ -1,17 +1,20 @@
 """Makes what is published: of the four Android builds the AAR, its sources and documentation, and the symbols; of the two desktop
-builds one jar with the libraries of both, and the command line; all in Maven's folders.
+builds one jar with the libraries of both, and the command line; all in Maven's folders. Of the WebAssembly build an npm package.
 
 usage: make_package.py FOLDER ABI...
 
 The same sources give the same bytes: entries stand in the order that is written here, with one time for all.
 """
 
+import gzip
 import hashlib
+import io
 import json
 import re
 import shutil
 import subprocess
 import sys
+import tarfile
 import tempfile
 import zipfile
 from pathlib import Path
@@ -85,6 +88,36 @@ def built(name):
             yield name, jar.read(name)
 
 
+def npm():
+    """The package's folder, and the same as an archive in npm's layout: one time for all, the one that npm takes."""
+    module = (root / "build/wasm/fennic.wasm").read_bytes()
+    sizes = {"SIZE": len(module), "COMPRESSED": len(gzip.compress(module, 9))}
+    readme = (root / "wasm/README.md").read_text()
+    for key, size in sizes.items():
+        readme = readme.replace(f"@{key}@", f"{size / 1024:.0f}")
+    files = {
+        "README.md": readme.encode(),
+        "fennic.d.ts": (root / "wasm/fennic.d.ts").read_bytes(),
+        "fennic.mjs": (root / "wasm/fennic.mjs").read_bytes(),
+        "fennic.wasm": module,
+        "package.json": text({
+            "name": "fennic", "version": version, "description": "Exact image processing: blends, effects, filters and icon measurements",
+            "license": "UNLICENSED", "type": "module", "sideEffects": False, "types": "./fennic.d.ts",
+            "exports": {".": {"types": "./fennic.d.ts", "default": "./fennic.mjs"}, "./fennic.wasm": "./fennic.wasm"},
+            "engines": {"node": ">=16.11"}}),
+    }
+    folder = dist / "npm/fennic"
+    folder.mkdir(parents=True)
+    tar = io.BytesIO()
+    with tarfile.open(fileobj=tar, mode="w", format=tarfile.USTAR_FORMAT) as out:
+        for name, data in files.items():
+            (folder / name).write_bytes(data)
+            entry = tarfile.TarInfo(f"package/{name}")
+            entry.size, entry.mtime, entry.mode = len(data), 499162500, 0o644
+            out.addfile(entry, io.BytesIO(data))
+    (dist / f"npm/fennic-{version}.tgz").write_bytes(gzip.compress(tar.getvalue(), 9, mtime=0))
+
+
 def natives(scratch):
     """The libraries for desktop JVMs, stripped."""
     for platform, build in platforms.items():
@@ -135,6 +168,7 @@ with tempfile.TemporaryDirectory() as scratch:
         manifest(Main_Class=f"{group}.fennic.cli.Fennic", Class_Path=f"{desktop} picocli-{picocli}.jar", Implementation_Version=version,
                  Enable_Native_Access="ALL-UNNAMED", Automatic_Module_Name=f"{group}.fennic.cli"), *built("fennic-cli.jar")])
 shutil.copy(android / f"{name}.aar", dist)
+npm()
 archive(dist / f"{name}-symbols.zip", [("build-ids.txt", "".join(f"{abi} {build_id(abi)}\n" for abi in abis).encode()),
                                        *((f"{abi}/libfennic.so", library(abi, "unstripped")) for abi in abis)])
 made = sorted(file for file in dist.rglob("*") if file.is_file())

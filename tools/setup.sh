@@ -11,6 +11,10 @@ android_packages="lld-19 llvm-19 libclang-rt-19-dev gcc-12-arm-linux-gnueabi bin
 proof_packages="googletest junit5 libwebp7 qemu-user-static proguard-cli python3-minimal g++-12-aarch64-linux-gnu libc6-dev-arm64-cross
     g++-12-arm-linux-gnueabi libc6-dev-armel-cross g++-12-multilib kotlin"
 
+# For the WebAssembly module, whose tests any Node.js of Debian's age or newer runs.
+wasm_packages="lld-19 llvm-19 python3-minimal"
+command -v node >/dev/null || wasm_packages="$wasm_packages nodejs"
+
 say() { printf '%s\n' "$*" >&2; }
 
 # install_missing PACKAGE...: says what is missing and installs it.
@@ -65,6 +69,9 @@ prove_android_files() {
         build "android-$abi" && ctest --test-dir "$root/build/android-$abi" --output-on-failure -j "$(nproc)" || return 1
     done
 }
+
+# Builds the WebAssembly module and runs its tests.
+prove_wasm() { build wasm && ctest --test-dir "$root/build/wasm" --output-on-failure -j "$(nproc)" --no-tests=error; }
 
 # Runs Android's files: the tests of what the library exports, on this processor or under qemu, and the JVM's; and the desktop's two
 # libraries: their digests and examples.

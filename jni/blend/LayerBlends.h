@@ -108,24 +108,24 @@ namespace LEVEL::layer::whole {
 // top - (top - c1) * (255 - c2) / 128, multiplied out, before the division.
 constexpr auto bright      = RULE() { return top * (c2 - 127) + c1 * (255 - c2); };
 
-constexpr auto darken      = RULE() { return lesser(c1 - quotientUp((c1 - lesser(c1, c2)) * a2, 255), a1); };
-constexpr auto lighten     = RULE() { return greater(c1, c2 * a1 / 255); };
-constexpr auto linearDodge = RULE() { return lesser(c1 + c2 * a1 / 255, a1); };
-constexpr auto hardMix     = RULE() { return c1 + c2 * a1 / 255 < a1 ? all(0) : a1; };
+constexpr auto darken      = RULE() { return lesser(c1 - quotientUp((c1 - lesser(c1, c2)) * a2), a1); };
+constexpr auto lighten     = RULE() { return greater(c1, quotient(c2 * a1)); };
+constexpr auto linearDodge = RULE() { return lesser(c1 + quotient(c2 * a1), a1); };
+constexpr auto hardMix     = RULE() { return c1 + quotient(c2 * a1) < a1 ? all(0) : a1; };
 constexpr auto overlay     = RULE() { return lesser((a1 < c1 + c1 ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128, top); };
 constexpr auto hardLight   = RULE() { return lesser((128 < c2    ? bright(c1, c2, a1, a2, top) : c1 * c2) / 128, top); };
 
 // The lower limit is negative where the layer is dark, the upper one above the alpha where it is bright.
 constexpr auto pinLight = RULE() {
     const auto isDark = c2 < 128;
-    const auto limit = (c2 + c2 - (isDark ? all(0) : all(255))) * a1 / 255;
+    const auto limit = quotient((c2 + c2 - (isDark ? all(0) : all(255))) * a1);
     return lesser(isDark ? lesser(c1, limit) : greater(c1, limit), a1);
 };
 
-constexpr auto alphaAB = [](Shorts a1, Shorts a2) { return a1 * a2 / 255; };
+constexpr auto alphaAB = [](Shorts a1, Shorts a2) { return quotient(a1 * a2); };
 
 // Of opaque pixels.
-constexpr auto opaqueScreen   = [](Shorts c1, Shorts c2) { return 255 - quotientUp((255 - c1) * (255 - c2), 255); };
+constexpr auto opaqueScreen   = [](Shorts c1, Shorts c2) { return 255 - quotientUp((255 - c1) * (255 - c2)); };
 constexpr auto opaqueOverlayC = [](Shorts c1, Shorts c2) { return overlay(c1, c2, all(255), all(255), all(255)); };
 
 // clang-format on

@@ -50,16 +50,16 @@ constexpr auto divide      = FORMULA { return b == 0.0f ? 255.0f : straight(a, b
 namespace opaque {
 
 // What 255 loses by products / 255. K is a hair above 1 / 255, which costs quotients without a rest 1 more from 129 on.
-inline Shorts lostBy(Shorts products) { return lesser((products + 254 + (products >> 15)) / 255, all(255)); }
+inline Shorts lostBy(Shorts products) { return lesser(quotientUp(products + (products >> 15)), all(255)); }
 
 constexpr auto darken      = FORMULA { return lesser(a, b); };
-constexpr auto multiply    = FORMULA { return a * b / 255; };
+constexpr auto multiply    = FORMULA { return quotient(a * b); };
 constexpr auto linearBurn  = FORMULA { return greater(a + b, all(255)) - 255; };
 constexpr auto lighten     = FORMULA { return greater(a, b); };
 constexpr auto screen      = FORMULA { return 255 - lostBy((255 - a) * (255 - b)); };
 constexpr auto linearDodge = FORMULA { return lesser(a + b, all(255)); };
 constexpr auto overlay     = FORMULA { const Shorts light = 255 - lostBy(2 * (255 - a) * (255 - b));
-                                       return a <= 128 ? lesser(2 * a * b / 255, all(255)) : light; };
+                                       return a <= 128 ? lesser(quotient(2 * a * b), all(255)) : light; };
 constexpr auto hardLight   = FORMULA { return overlay(b, a); };
 constexpr auto linearLight = FORMULA { return lesser(greater(a + 2 * b, all(255)) - 255, all(255)); };
 constexpr auto pinLight    = FORMULA { return greater(lesser(a, 2 * b) + 255, 2 * b) - 255; };
@@ -164,7 +164,7 @@ constexpr auto onPremultiplied(Both both) {
         const Shorts a1 = alphasOf(base), a2 = alphasOf(layer);
         auto sum = [=](Shorts c1, Shorts c2) {
             const Shorts shared = lesser(both(c1, c2, a1, a2, a1), a1 * a2);
-            return c1 + c2 - quotientUp(c1 * a2 + c2 * a1 - shared, 255);
+            return c1 + c2 - quotientUp(c1 * a2 + c2 * a1 - shared);
         };
         const Shorts redBlue = sum(lowOf(base), lowOf(layer)), greenAlpha = sum(highOf(base), highOf(layer));
         const Shorts top = forBoth(Words(greenAlpha) >> 16);

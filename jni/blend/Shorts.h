@@ -11,8 +11,12 @@ namespace LEVEL {
 
 inline Shorts all(std::uint16_t number) { return Shorts{} + number; }
 
-// a / b rounded up.
-inline Shorts quotientUp(Shorts a, std::uint16_t b) { return (a + std::uint16_t(b - 1)) / b; }
+// a / 255 below 65535: every 256 in it leaves 1 beside the low byte, and that sum, at most 509, has one more 255 or none.
+inline Shorts quotientByShifts(Shorts a) { return (a >> 8) + (((a >> 8) + (a & 255) + 1) >> 8); }
+
+// The same; compilers divide by the high half of a product, and one by one where vectors have none. And rounded up.
+inline Shorts quotient(Shorts a) { return processor.multipliesHigh ? a / 255 : quotientByShifts(a); }
+inline Shorts quotientUp(Shorts a) { return quotient(a + 254); }
 
 // A pixel's red and blue are its low channels, green and alpha the high ones.
 inline Shorts lowOf(Words pixels) { return Shorts(pixels) & 255; }

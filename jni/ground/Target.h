@@ -16,24 +16,27 @@ static_assert(FLT_EVAL_METHOD == 0, "every float operation has to round to float
 
 namespace LEVEL {
 
-// What a processor level has, and what pays on it: the length of its vectors; fused multiply-adds, truncation to a whole float;
-// doing without a division by a few fused multiply-adds; asking for memory beyond the end of a page.
+// What a processor level has, and what pays on it: the length of its vectors; fused multiply-adds, truncation to a whole float,
+// the high halves of products in vectors; doing without a division by a few fused multiply-adds; asking for memory beyond the
+// end of a page.
 struct Processor {
     int vectorBytes;
-    bool fuses, truncates, dividesSlowly, stopsAtPages;
+    bool fuses, truncates, multipliesHigh, dividesSlowly, stopsAtPages;
 };
 #if defined(__AVX512F__)
-constexpr Processor processor{64, true, true, true, true};
+constexpr Processor processor{64, true, true, true, true, true};
 #elif defined(__AVX2__) && defined(__FMA__)
-constexpr Processor processor{32, true, true, false, false};
+constexpr Processor processor{32, true, true, true, false, false};
 #elif defined(__aarch64__)
-constexpr Processor processor{16, true, true, true, false};
+constexpr Processor processor{16, true, true, true, true, false};
 #elif defined(__SSE4_1__)
-constexpr Processor processor{16, false, true, false, false};
+constexpr Processor processor{16, false, true, true, false, false};
 #elif defined(__SSE2__)
-constexpr Processor processor{16, false, false, false, false};
+constexpr Processor processor{16, false, false, true, false, false};
+#elif defined(__wasm_simd128__)
+constexpr Processor processor{16, false, true, false, false, false};
 #else  // no vectors: a word at a time
-constexpr Processor processor{4, false, false, false, false};
+constexpr Processor processor{4, false, false, true, false, false};
 #endif
 
 // Before a short loop that compilers leave as it is.
