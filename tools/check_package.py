@@ -3,8 +3,8 @@
 usage: check_package.py FOLDER ABI...
 
 The AAR's entries, class files, prefab description and libraries; what a shrinker leaves of the natives with its rules and without;
-the sample application, and a native library of somebody's that links against it; a program in Node.js with the npm package; what the
-README says of them; the sums.
+the sample application, and a native library of somebody's that links against it; a program in Node.js; what the README says of them;
+the sums.
 """
 
 import json

@@ -76,22 +76,29 @@ prove_android_files() {
 
 # build_page OPTION...: leaves in build/page what the gallery's live page is made of. The options are npm's, the log build/page.log.
 build_page() {
+    build wasm --target fennic_wasm && mkdir -p "$root/build/page" && make_page "$@" >"$root/build/page.log" 2>&1
+}
+
+make_page() {
     page=$root/build/page
-    mkdir -p "$page"
-    build wasm --target fennic_wasm && (
-        set -e
-        cd "$root/page"
-        if [ "$(cat "$page/installed" 2>/dev/null)" != "$(cksum package-lock.json) $*" ]; then
-            cp package.json package-lock.json "$page"
-            # Nothing that is installed may run by itself.
-            npm ci --prefix "$page" --ignore-scripts --no-audit --no-fund --fetch-retries=1 --fetch-timeout=20000 "$@"
-            echo "$(cksum package-lock.json) $*" >"$page/installed"
-        fi
-        NODE_PATH=$page/node_modules esbuild main.mjs --bundle --minify --target=es2022 --outfile="$page/try.js" \
-            '--external:node:*' --log-override:empty-import-meta=silent
-        cp try.html try.css "$root/build/wasm/fennic.wasm" "$page"
-        touch "$page/built"
-    ) >"$root/build/page.log" 2>&1
+    wanted="$(cksum <"$root/page/package-lock.json") $*"
+    cp "$root/page/package.json" "$root/page/package-lock.json" "$root/page/try.html" "$root/page/try.css" \
+        "$root/build/wasm/fennic.wasm" "$page" || return 1
+    # Nothing that is installed may run by itself.
+    [ "$(cat "$page/installed" 2>/dev/null)" = "$wanted" ] ||
+        npm ci --prefix "$page" --ignore-scripts --no-audit --no-fund --fetch-retries=1 --fetch-timeout=20000 "$@" || return 1
+    echo "$wanted" >"$page/installed"
+    NODE_PATH=$page/node_modules esbuild "$root/page/main.mjs" --bundle --minify --target=es2022 --outfile="$page/try.js" \
+        '--external:node:*' --log-override:empty-import-meta=silent && touch "$page/built"
+}
+
+# Runs the live page in a browser.
+prove_page() {
+    page=$root/build/page
+    build_page || { cat "$root/build/page.log" >&2; return 1; }
+    "$root/fennic" gallery >/dev/null && NODE_PATH=$page/node_modules esbuild "$root/page/test.mjs" --bundle --platform=node \
+        --format=esm --packages=external --outfile="$page/test.mjs" --log-level=warning &&
+        node "$page/test.mjs" "$root" "$(command -v chromium)"
 }
 
 # Builds the WebAssembly module and runs its tests.

@@ -1,4 +1,5 @@
-// WebP for BitmapFactory, by Debian's libwebp. A library of its own, so that the others can be loaded where there is no libwebp.
+// WebP for BitmapFactory, by Debian's libwebp. A library of its own, so that the others can be loaded where there is no
+// libwebp.
 
 #include <jni.h>
 
@@ -9,7 +10,8 @@ extern "C" {
 
 // libwebp's own: the first gives 0 for what is no WebP, the second null for what it cannot decode.
 int WebPGetInfo(const std::uint8_t* data, std::size_t size, int* width, int* height);
-std::uint8_t* WebPDecodeRGBAInto(const std::uint8_t* data, std::size_t size, std::uint8_t* rgba, std::size_t rgbaSize, int stride);
+std::uint8_t* WebPDecodeRGBAInto(const std::uint8_t* data, std::size_t size, std::uint8_t* rgba, std::size_t rgbaSize,
+                                 int stride);
 }
 
 namespace {

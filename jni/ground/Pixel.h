@@ -32,8 +32,9 @@ inline bool isVisible(Word word) { return alphaOf(word) != 0; }
 inline Channel inverse(Channel c) { return 255.0f - c; }
 inline Tone inverse(Tone c) { return 255.0f - c; }
 
-// Whether the compiler knows that an alpha is full, as in pieces that are opaque throughout. What it leads away is nothing for
-// bytes, which no compiler sees.
+// Whether the compiler knows that an alpha is full, as in pieces that are opaque throughout. What is left out then is nothing
+// for bytes, which no compiler sees. One may know it here and not there: both ways have to give the same in each place by
+// itself.
 inline bool isKnownFull(Tone a) { return isKnown(float(a)) && a == 255.0f; }
 inline bool isKnownFull(Channel) { return false; }  // may stand beside infinities
 

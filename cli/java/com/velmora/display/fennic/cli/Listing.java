@@ -34,12 +34,10 @@ final class Listing implements Callable<Integer> {
 
     @Override
     public Integer call() {
+        List<Operation> operations = names.isEmpty() ? Operation.all() : names.stream().map(this::named).toList();
         if (markdown) {
             System.out.print(Markdown.table());
-            return 0;
-        }
-        List<Operation> operations = names.isEmpty() ? Operation.all() : names.stream().map(this::named).toList();
-        if (json) {
+        } else if (json) {
             System.out.println(Json.lines(operations.stream().map(Listing::json).toList()));
         } else if (!names.isEmpty()) {
             operations.forEach(Listing::tell);

@@ -13,16 +13,11 @@ record Measurement(
     int width, int height, int visible, int invisible, float outside, int[] average, int[] cutOff, int[] square,
     Float median, int[] straight) {
 
-    /** The native sums in 32 bits, which more pixels of 255 would overflow. */
-    private static final long MOST_PIXELS = 0xffffffffL / 255;
-
     static Measurement of(Bitmap bitmap) {
         IconMetrics metrics = IconMetrics.of(bitmap);
         Sums sums = Sums.of(bitmap);
-        boolean tooMany = (long) metrics.width() * metrics.height() > MOST_PIXELS;
-        int[] average = tooMany ? sums.average() : metrics.averageChannels();
         Float median = metrics.visibleCount() > 0 ? metrics.medianBrightness() : null;
         return new Measurement(metrics.width(), metrics.height(), metrics.visibleCount(), metrics.invisibleCount(),
-            metrics.outsideShare(), average, metrics.contentBounds(), metrics.squareCanvas(), median, sums.straight());
+            metrics.outsideShare(), sums.average(), metrics.contentBounds(), metrics.squareCanvas(), median, sums.straight());
     }
 }

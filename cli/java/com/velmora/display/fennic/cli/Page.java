@@ -98,14 +98,14 @@ final class Page {
             <h3><a href="#card-%1$s">%1$s</a></h3>
             %3$s
             <p class="speed"><b>%4$s</b> ns per pixel%5$s</p>
-            %15$s</header>
+            %16$s</header>
             <p class="summary">%6$s.</p>
             %7$s<div class="strips" style="--tiles:%8$d">
             %9$s</div>
             <details class="formula wide">
             <summary>Formula</summary>
             %10$s
-            %11$s%12$s</details>
+            %15$s%11$s%12$s</details>
             <div class="calls">
             <fieldset>
             <legend>Call of %1$s</legend>
@@ -124,8 +124,25 @@ final class Page {
                 formula.more().isEmpty() ? "" : "<details>\n<summary>More</summary>\n" + formula.more() + "\n</details>\n",
                 CALLS.stream().map(call -> choice(call, operation.name())).collect(joining()),
                 code(0, escaped(operation.typedCall())) + code(1, escaped(operation.call())) + code(2, command(card)),
-                !live ? "" : "<a class=\"live\" href=\"%s\" aria-label=\"Try it: %s\">Try it</a>\n".formatted(
-                    escaped(LivePage.address(card.strips().get(0).subject(), operation)), escaped(operation.name())));
+                meanings(operation), tryLink(card));
+    }
+
+    private String tryLink(Gallery.Card card) {
+        return !live ? "" : "<a class=\"live\" href=\"%s\" aria-label=\"Try it: %s\">Try it</a>\n".formatted(
+            escaped(LivePage.address(card.strips().get(0).subject(), card.operation())), escaped(card.operation().name()));
+    }
+
+    /** What each parameter means, with its range and unit. */
+    private static String meanings(Operation operation) {
+        String meanings = operation.choices().stream()
+            .map(p -> "<li><code>%s</code>: %s%s</li>\n".formatted(escaped(p.name()), escaped(p.meaning()), limits(p)))
+            .collect(joining());
+        return meanings.isEmpty() ? "" : "<ul>\n" + meanings + "</ul>\n";
+    }
+
+    private static String limits(Parameter parameter) {
+        String limits = Stream.of(parameter.unit(), parameter.range()).filter(text -> !text.isEmpty()).collect(joining(", "));
+        return limits.isEmpty() ? "" : " (" + escaped(limits) + ")";
     }
 
     /** What the list says of a parameter. */

@@ -10,7 +10,6 @@ import java.awt.Graphics2D;
 import java.awt.RenderingHints;
 import java.awt.image.BufferedImage;
 import java.awt.image.DataBufferInt;
-import java.io.ByteArrayInputStream;
 import java.io.ByteArrayOutputStream;
 import java.io.IOException;
 import java.io.UncheckedIOException;
@@ -60,7 +59,7 @@ final class Pngs {
             throw new Failure(input, "empty; export it again");
         }
         Bitmap large = PngReader.read(bytes);
-        Bitmap bitmap = large != null ? large : BitmapFactory.decodeStream(new ByteArrayInputStream(bytes));
+        Bitmap bitmap = large != null ? large : BitmapFactory.decodeByteArray(bytes, 0, bytes.length, mutable());
         if (bitmap == null) {
             String format = format(bytes);
             throw new Failure(input, format == null
@@ -68,6 +67,12 @@ final class Pngs {
                 : "a damaged or oversized " + format + "; export it again");
         }
         return bitmap;
+    }
+
+    private static BitmapFactory.Options mutable() {
+        BitmapFactory.Options options = new BitmapFactory.Options();
+        options.inMutable = true;
+        return options;
     }
 
     /** The format by the first bytes, or null. */
