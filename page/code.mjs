@@ -1,5 +1,5 @@
-// The calls that make what is shown, from the templates that the command line wrote: «name» stands for a parameter's value or for
-// what becomes of the picture.
+// The calls that make what is shown, from the templates that the command line wrote: «name» stands for a parameter's value or
+// for what becomes of the picture.
 
 const bitmaps = {
     result: 'icon',
@@ -10,7 +10,7 @@ const bitmaps = {
 export function calls({stack, base, layer}) {
     const steps = stack.filter(({on}) => on), isShifted = steps.some(({operation}) => operation.typed.includes('«shifted('));
     const comment = isShifted ? '// shifted(icon, x, y): a copy, moved right and down, its edge\'s pixels repeated\n' : '';
-    const source = (template, language) => steps.length ? comment + steps.map(step => filled(step, template, language)).join('\n') : '';
+    const source = (template, language) => comment + steps.map(step => filled(step, template, language)).join('\n');
     return {
         java: source('typed', 'java'),
         kotlin: source('typed', 'kotlin').replace(/;$/gm, ''),
@@ -36,7 +36,8 @@ function spelt(text, {before, whole, suffix, after}) {
 function command({operation, values}, i, count, base, layer) {
     const given = Object.entries(values).map(([name, text]) => ` --${name}=${text}`).join('');
     const pictures = [i ? '-' : argument(base), ...(operation.command === 'blend' ? [argument(layer)] : [])];
-    return `./fennic ${operation.command} ${operation.name} ${pictures.join(' ')}${given} -o ${i < count - 1 ? '-' : 'out.png'}`;
+    const out = i < count - 1 ? '-' : 'out.png';
+    return `./fennic ${operation.command} ${operation.name} ${pictures.join(' ')}${given} -o ${out}`;
 }
 
 // A file as a shell takes it; one that begins with a dash or @ would be an option or a list.

@@ -49,8 +49,8 @@ function control(parameter, current, set, named, size) {
 const hex = numbers => `#${numbers.map(each => Math.round(each).toString(16).padStart(2, '0')).join('')}`;
 
 function colour(parameter, current, set, named) {
-    const isArrayOfThree = isArray(parameter);
-    const shown = isArrayOfThree ? hex(current().split(',').map(Number)) : `#${Number(current()).toString(16).padStart(6, '0')}`;
+    const isArrayOfThree = isArray(parameter), value = Number(current());
+    const shown = hex(isArrayOfThree ? current().split(',').map(Number) : [value >> 16, value >> 8 & 255, value & 255]);
     const input = element('input', {type: 'color', ...named, value: shown, oninput: () => {
         text.textContent = input.value;
         const parts = [1, 3, 5].map(at => parseInt(input.value.slice(at, at + 2), 16));
@@ -90,22 +90,24 @@ function number(parameter, value, set, named, size) {
         field.value = range.value;
         set(range.value);
     }});
-    const field = element('input', {type: 'number', min: parameter.least, max: parameter.most, step: isInt ? 1 : 'any', ...named,
-                                    oninput: () => {
-                                        range.value = field.value;
-                                        set(field.value);
-                                    },
-                                    onchange: () => {
-                                        const accepted = taken({...parameter, type: isInt ? 'int' : 'float'}, field.value);
-                                        if (accepted !== null) field.value = accepted;
-                                    }});
+    const field = element('input', {
+        type: 'number', min: parameter.least, max: parameter.most, step: isInt ? 1 : 'any', ...named,
+        oninput: () => {
+            range.value = field.value;
+            set(field.value);
+        },
+        onchange: () => {
+            const accepted = taken({...parameter, type: isInt ? 'int' : 'float'}, field.value);
+            if (accepted !== null) field.value = accepted;
+        },
+    });
     range.value = value;
     field.value = Number(Number(value).toPrecision(7));
     return element('span', {class: 'pair'}, range, field);
 }
 
-// The range of the list, unless the values worth looking at are a small part of it: then three times these, about the usual one.
-function span({least, most, low, high, initial, unit}, value, size) {
+// The range of the list, unless the values worth looking at are a small part of it: then three times these.
+function span({least, most, low, high, initial}, value, size) {
     const bounds = [least ?? -Infinity, most ?? Infinity].map(Number), usual = numberFor(initial.split(',')[0], size);
     let [from, to] = bounds;
     if (low !== null) {
@@ -115,7 +117,7 @@ function span({least, most, low, high, initial, unit}, value, size) {
         }
     }
     if (!Number.isFinite(from)) from = Math.min(0, usual);
-    if (!Number.isFinite(to) || to > 64 && unit !== 'level' && bounds[1] > 255) to = Math.max(8, size.width, size.height, 2 * usual);
-    if (bounds[1] < to) [, to] = bounds;
+    // The rest are pixels.
+    if (!Number.isFinite(to)) to = Math.max(8, size.width, size.height, 2 * usual);
     return [Math.min(from, value), Math.max(to, value)].map(each => Number(each.toPrecision(6)));
 }

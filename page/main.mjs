@@ -68,7 +68,8 @@ function sample(name) {
 function choose(which, source) {
     chosen[which] = source;
     for (const radio of document.getElementsByName(which)) radio.checked = radio.value === source.name && !source.isOwn;
-    byId(`${which}-notes`).textContent = source.isOwn ? [`${source.name}, ${sizeOf(source.picture)}.`, ...source.picture.notes].join(' ') : '';
+    const {name, picture, isOwn} = source;
+    byId(`${which}-notes`).textContent = isOwn ? [`${name}, ${sizeOf(picture)}.`, ...picture.notes].join(' ') : '';
     if (which === 'base') view.show('before', source.picture);
 }
 
@@ -90,7 +91,8 @@ function make() {
     const {picture} = chosen.base, needed = steps().some(({recipes}) => recipes.includes('layer'));
     if (needed && !layerFor(picture)) return;
     byId('layer-scaled').hidden = !needed || sizeOf(chosen.layer.picture) === sizeOf(picture);
-    runner.start({base: picture, layer: needed ? fitting.picture : null, steps: steps(), order: state.stack.filter(({on}) => on)});
+    const layer = needed ? fitting.picture : null;
+    runner.start({base: picture, layer, steps: steps(), order: state.stack.filter(({on}) => on)});
 }
 
 // The layer in the base's size; a large one is scaled in a worker, and everything is made when it is there.
@@ -197,11 +199,12 @@ async function bring(which, file) {
 async function read(file) {
     if (file.size > mostBytes) throw new Error(`the file has more than ${mostBytes / 2 ** 20} MB`);
     const bytes = new Uint8Array(await file.arrayBuffer());
-    if (!isPng(bytes)) return readByBrowser(file, 'It was read by the browser, which may round translucent pixels and differ from the ' +
-        'command line by a level.');
+    if (!isPng(bytes)) return readByBrowser(file, 'The browser read it: it may round translucent pixels, and other formats than PNG differ '
+        + 'from the command line by a level.');
     const head = headOf(bytes);
     checkSize(head.width, head.height);
-    return canRead(head) ? inWorker('decode', {bytes}) : readByBrowser(file, 'It is interlaced with few bits, so the browser read it.');
+    if (!canRead(head)) return readByBrowser(file, 'It is interlaced with few bits, so the browser read it.');
+    return inWorker('decode', {bytes});
 }
 
 async function readByBrowser(file, note) {
@@ -224,7 +227,9 @@ async function readByBrowser(file, note) {
 
 function listOperations() {
     const families = new Map();
-    for (const operation of data.operations) families.set(operation.family, [...families.get(operation.family) ?? [], operation]);
+    for (const operation of data.operations) {
+        families.set(operation.family, [...families.get(operation.family) ?? [], operation]);
+    }
     byId('operations').append(...[...families].map(([family, members]) => element('section', {}, element('h3', {}, family),
         element('ul', {}, ...members.map(operation => element('li', {'data-words': operation.words},
             element('button', {type: 'button', title: operation.summary, onclick: () => add(operation)}, operation.name)))))));
@@ -262,8 +267,8 @@ function item(step, i) {
         step.on = on.checked;
         change();
     }});
-    const button = (text, label, disabled, action) => element('button', {type: 'button', 'aria-label': `${label} ${name}`, title: label,
-                                                                         disabled, onclick: action}, text);
+    const button = (text, title, disabled, onclick) =>
+        element('button', {type: 'button', 'aria-label': `${title} ${name}`, title, disabled, onclick}, text);
     const move = by => () => {
         state.stack.splice(i, 1);
         state.stack.splice(i + by, 0, step);
@@ -287,8 +292,10 @@ function item(step, i) {
     };
     return element('li', {class: 'step'},
         element('div', {class: 'head'}, element('label', {}, on, element('b', {}, name)), element('span', {class: 'time'}),
-            element('span', {class: 'buttons'}, button('↑', 'Move up', i === 0, move(-1)), button('↓', 'Move down', i === last, move(1)),
-                step.operation.parameters.length ? button('↺', 'Usual values of', false, reset) : '', button('×', 'Remove', false, remove))),
+            element('span', {class: 'buttons'},
+                button('↑', 'Move up', i === 0, move(-1)), button('↓', 'Move down', i === last, move(1)),
+                step.operation.parameters.length ? button('↺', 'Usual values of', false, reset) : '',
+                button('×', 'Remove', false, remove))),
         element('p', {class: 'summary'}, `${summary}.`),
         ...controls(step, chosen.base.picture, change));
 }
@@ -303,7 +310,9 @@ function focusOn(i, title) {
 
 function showCode() {
     const shown = calls({stack: state.stack, base: chosen.base.path, layer: chosen.layer.path});
-    for (const [language, text] of Object.entries(shown)) byId(`code-${language}`).textContent = text || 'Add an operation first.';
+    for (const [language, text] of Object.entries(shown)) {
+        byId(`code-${language}`).textContent = text || 'Add an operation first.';
+    }
 }
 
 const shownCode = () => document.querySelector('.calls pre:not([hidden]) code');
@@ -353,7 +362,9 @@ function listen() {
     }
     for (const choice of document.getElementsByName('language')) {
         const show = () => {
-            for (const pre of document.querySelectorAll('.calls pre')) pre.hidden = pre.firstElementChild.id !== `code-${choice.value}`;
+            for (const code of document.querySelectorAll('.calls pre code')) {
+                code.parentElement.hidden = code.id !== `code-${choice.value}`;
+            }
         };
         choice.addEventListener('change', show);
         if (choice.checked) show();

@@ -1,4 +1,4 @@
-// Pictures of the page: width, height and premultiplied pixels, as bitmaps have them; from PNG files and back without a lost bit.
+// Pictures of the page, with premultiplied pixels as bitmaps have them; from PNG files and back without a lost bit.
 import {convertIndexedToRgb, decode, encode} from 'fast-png';
 import {Unzlib} from 'fflate';
 import {premultiply, straighten} from '../wasm/fennic.mjs';
@@ -11,7 +11,8 @@ export const isPng = bytes => signature.every((byte, i) => bytes[i] === byte);
 
 export function checkSize(width, height) {
     if (width * height > mostPixels) {
-        throw new RangeError(`${width} × ${height} pixels are too many for this page, which takes ${mostPixels / 2 ** 20} million`);
+        const most = mostPixels / 2 ** 20;
+        throw new RangeError(`${width} × ${height} pixels are too many for this page, which takes ${most} million`);
     }
     if (!(width * height > 0)) throw new RangeError(`a picture of ${width} × ${height} pixels is damaged`);
 }
@@ -54,7 +55,8 @@ function checkLength({width, height, depth, type, interlaced, data}) {
     const channels = [1, 0, 3, 1, 2, 0, 4][type] ?? 0;
     const rows = (w, h) => w && h ? h * (1 + Math.ceil(w * channels * depth / 8)) : 0;
     const passes = [[0, 0, 8, 8], [4, 0, 8, 8], [0, 4, 4, 8], [2, 0, 4, 4], [0, 2, 2, 4], [1, 0, 2, 2], [0, 1, 1, 2]];
-    const lengths = passes.map(([x, y, dx, dy]) => rows(Math.ceil(Math.max(width - x, 0) / dx), Math.ceil(Math.max(height - y, 0) / dy)));
+    const side = (length, first, step) => Math.ceil(Math.max(length - first, 0) / step);
+    const lengths = passes.map(([x, y, dx, dy]) => rows(side(width, x, dx), side(height, y, dy)));
     const expected = interlaced ? lengths.reduce((sum, each) => sum + each, 0) : rows(width, height);
     const damaged = () => new RangeError('the PNG is damaged; export it again');
     let length = 0;
@@ -83,7 +85,7 @@ function straight({width, height, data, channels, depth, transparency}) {
         return byte >> 8 - depth - (x * depth & 7) & most;
     };
     const colours = channels < 3 ? 1 : 3, hasAlpha = channels % 2 === 0;
-    const isClear = i => transparency?.length && [...Array(colours).keys()].every(channel => sample(i, channel) === transparency[channel]);
+    const clear = [...transparency ?? []], isClear = i => clear.length && clear.every((value, c) => sample(i, c) === value);
     const to8 = depth === 8 ? value => value : value => Math.floor((value * 255 + half) / most);
     for (let i = 0; i < width * height; ++i) {
         for (let c = 0; c < 3; ++c) pixels[4 * i + c] = to8(sample(i, colours === 1 ? 0 : c));
@@ -100,7 +102,7 @@ export function toPng({width, height, pixels}) {
 export function scaled(picture, width, height) {
     let from = {...picture, pixels: Float32Array.from(picture.pixels)};
     while (from.width >= 2 * width || from.height >= 2 * height) {
-        const w = from.width >= 2 * width ? from.width >> 1 : from.width, h = from.height >= 2 * height ? from.height >> 1 : from.height;
+        const [w, h] = [[from.width, width], [from.height, height]].map(([side, goal]) => side >= 2 * goal ? side >> 1 : side);
         from = turned(resampled(turned(resampled(from, w, w < from.width ? mean : cubic)), h, h < from.height ? mean : cubic));
     }
     from = turned(resampled(turned(resampled(from, width, cubic)), height, cubic));

@@ -1,7 +1,7 @@
 // The operations of a stack, one after the other, over a copy of the base; as the command line does each.
 import {apply, Bitmap, operations} from '../wasm/fennic.mjs';
 
-// A step is {module, recipes, values}: the operation's name in the module, and what becomes of the picture for each of its bitmaps.
+// A step is {module, recipes, values}: the operation's name in the module, and what is made of the picture for each bitmap.
 export function run(base, layer, steps, onStep = () => {}) {
     const made = [], bitmap = ({width, height, pixels}) => {
         const each = new Bitmap(width, height, pixels);

@@ -6,7 +6,8 @@
 const encoded = text => encodeURIComponent(text).replace(/%2C/g, ',');
 
 export function toAddress({base, layer, stack}) {
-    const pictures = [['base', base], ['layer', layer]].filter(([, name]) => name).map(([key, name]) => `${key}=${encoded(name)}`);
+    const named = Object.entries({base, layer}).filter(([, name]) => name);
+    const pictures = named.map(([key, name]) => `${key}=${encoded(name)}`);
     const steps = stack.map(({operation, on, values}) => {
         const given = Object.entries(values).map(([name, text]) => `:${encoded(name)}=${encoded(text)}`);
         return `do=${on ? '' : '!'}${encoded(operation.name)}${given.join('')}`;

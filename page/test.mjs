@@ -28,7 +28,7 @@ test('an address gives the state that it came from, and says what it cannot take
         ['#do=swirl:centreX=width/2:angle=-0.25', 'do=swirl:angle=-0.25'],
         ['#do=crosshatch:color=128:clearBackground=true', 'do=crosshatch:color=0x000080:clearBackground=true'],
         ['#do=exposure:exposure=0.30000000000000004', 'do=exposure:exposure=0.3'],
-        ['#base=nobody&do=%E0%A4%A&do=get-hsv&do=sepia:x=1:intensity=a:intensity&do', '' + 'do=sepia', 7],
+        ['#base=nobody&do=%E0%A4%A&do=get-hsv&do=sepia:x=1:intensity=a:intensity&do', 'do=sepia', 7],
         ['#do=vignette:centre=1&do=vignette:centre=1,&do=alpha:factor=Infinity', 'do=vignette&do=vignette&do=alpha', 3],
     ]) {
         const {refused: words, ...state} = fromAddress(address, data);
@@ -66,15 +66,16 @@ function chunk(name, bytes) {
 function png(width, height, depth, type, pixels, ...chunks) {
     const head = Buffer.alloc(13);
     head.writeUInt32BE(width), head.writeUInt32BE(height, 4), head.writeUInt8(depth, 8), head.writeUInt8(type, 9);
-    return Buffer.concat([Buffer.from('\x89PNG\r\n\x1a\n', 'latin1'), chunk('IHDR', head), ...chunks, chunk('IDAT', zlibSync(pixels)),
-        chunk('IEND', [])]);
+    return Buffer.concat([Buffer.from('\x89PNG\r\n\x1a\n', 'latin1'), chunk('IHDR', head), ...chunks,
+        chunk('IDAT', zlibSync(pixels)), chunk('IEND', [])]);
 }
 
 const whole = foreign(61, 47, 4, 8);
 const files = {
     'foreign.png': whole,
     'deep and interlaced.png': foreign(33, 20, 4, 16, {interlace: 'Adam7'}),
-    'palette.png': png(3, 2, 2, 3, [0, 0x1b, 0, 0xe4], chunk('PLTE', [255, 0, 9, 0, 128, 7, 3, 2, 1, 250, 251, 252]), chunk('tRNS', [128, 0, 7])),
+    'palette.png': png(3, 2, 2, 3, [0, 0x1b, 0, 0xe4],
+        chunk('PLTE', [255, 0, 9, 0, 128, 7, 3, 2, 1, 250, 251, 252]), chunk('tRNS', [128, 0, 7])),
     'grey.png': png(9, 2, 1, 0, [0, 0xa5, 0x80, 0, 0x3c, 0x00], chunk('tRNS', [0, 1])),
     'large.png': foreign(700, 500, 4, 8),
     'cut.png': whole.subarray(0, 5000),
@@ -90,7 +91,8 @@ const shown = [];
 
 before(async () => {
     for (const [name, bytes] of Object.entries(files)) writeFileSync(join(scratch, name), bytes);
-    browser = await puppeteer.launch({executablePath: chromium, args: ['--no-sandbox', '--disable-gpu', '--disable-dev-shm-usage']});
+    const args = ['--no-sandbox', '--disable-gpu', '--disable-dev-shm-usage'];
+    browser = await puppeteer.launch({executablePath: chromium, args});
     tab = await browser.newPage();
     tab.on('pageerror', error => assert.fail(error));
     tab.on('request', request => assert.match(request.url(), /^(file|blob|data):/));
@@ -214,7 +216,8 @@ class Shown {
     execFileSync('java', ['-cp', join(release, 'fennic.jar'), `-Djava.library.path=${release}`, 'Shown.java'],
         {cwd: scratch, env: {...process.env, ANDROID_LOG_TAGS: '*:s'}, stdio: ['ignore', 'ignore', 'pipe']});
     shown.forEach(({result, named}, i) => languages.forEach(language => {
-        assert.ok(pixels(readFileSync(join(scratch, `${language}${i}.png`))).values.equals(result.values), `${language} of ${named}`);
+        const made = pixels(readFileSync(join(scratch, `${language}${i}.png`)));
+        assert.ok(made.values.equals(result.values), `${language} of ${named}`);
     }));
 });
 

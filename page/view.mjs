@@ -73,8 +73,9 @@ export class View {
     #zoomTo(zoom, point) {
         const stage = this.#stage, before = this.#sheet.getBoundingClientRect(), outer = stage.getBoundingClientRect();
         const old = before.width / (this.#pictures.before?.width || 1);
-        const middle = this.#at ? {clientX: before.left + (this.#at.x + 0.5) * old, clientY: before.top + (this.#at.y + 0.5) * old} :
-                                  {clientX: outer.left + outer.width / 2, clientY: outer.top + outer.height / 2};
+        const middle = this.#at ?
+            {clientX: before.left + (this.#at.x + 0.5) * old, clientY: before.top + (this.#at.y + 0.5) * old} :
+            {clientX: outer.left + outer.width / 2, clientY: outer.top + outer.height / 2};
         const {clientX, clientY} = point ?? middle;
         const [x, y] = [(clientX - before.left) / (before.width || 1), (clientY - before.top) / (before.height || 1)];
         this.#zoom = zoom;
@@ -140,7 +141,8 @@ export class View {
     }
 
     #listenToDivider() {
-        const divider = this.#divider, keys = {ArrowLeft: -1, ArrowDown: -1, ArrowRight: 1, ArrowUp: 1, PageDown: -10, PageUp: 10};
+        const divider = this.#divider;
+        const keys = {ArrowLeft: -1, ArrowDown: -1, ArrowRight: 1, ArrowUp: 1, PageDown: -10, PageUp: 10};
         const drag = event => {
             const box = this.#sheet.getBoundingClientRect();
             this.#divide((event.clientX - box.left) / box.width * 100);

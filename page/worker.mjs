@@ -42,8 +42,8 @@ export function inWorker(task, given) {
 const atOnce = 4e6;
 const patience = 250;
 
-// Runs stacks: a small one at once, any other in a worker. Only the latest matters: one that waits is replaced, one that has been
-// under way for long is stopped.
+// Runs stacks: a small one at once, any other in a worker. Only the latest matters: one that waits is replaced, one that has
+// been under way for long is stopped.
 export class Runner {
     #module;
     #worker;
@@ -92,7 +92,8 @@ export class Runner {
             this.#worker.onerror = event => this.#hear({failure: event.message || crashed});
         }
         this.#running = {job, began: performance.now()};
-        const pictures = Object.fromEntries(['base', 'layer'].filter(key => job[key] !== this.#sent[key]).map(key => [key, job[key]]));
+        const unsent = ['base', 'layer'].filter(key => job[key] !== this.#sent[key]);
+        const pictures = Object.fromEntries(unsent.map(key => [key, job[key]]));
         this.#sent = {base: job.base, layer: job.layer};
         this.onStep(0, job);
         this.#worker.postMessage({task: 'run', module: this.#module, steps: job.steps, ...pictures});

@@ -74,7 +74,7 @@ prove_android_files() {
     done
 }
 
-# build_page OPTION...: leaves in build/page what the gallery's live page is made of. The options are npm's, the log build/page.log.
+# build_page OPTION...: leaves in build/page what the gallery's live page is made of; the options are npm's, build/page.log the log.
 build_page() {
     build wasm --target fennic_wasm && mkdir -p "$root/build/page" && make_page "$@" >"$root/build/page.log" 2>&1
 }

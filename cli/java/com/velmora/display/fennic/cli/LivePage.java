@@ -15,8 +15,9 @@ import java.util.stream.Stream;
 import java.util.zip.GZIPOutputStream;
 
 /**
- * try.html: the operations themselves, on anybody's pictures. Its parts are made of page/; from here come the list of operations
- * with the templates of their calls, the samples, and the WebAssembly module, all in the one file that a page from a disk may read.
+ * try.html: the operations themselves, on anybody's pictures. Its parts are made of page/; from here come the list of
+ * operations with the templates of their calls, the samples, and the WebAssembly module, all in one file: a page that is opened
+ * from a disk may read no other.
  */
 final class LivePage {
     private final Path parts;
@@ -29,14 +30,15 @@ final class LivePage {
 
     /** Null where its parts have not been made. */
     static LivePage of(Path parts) {
-        boolean made = Stream.of("try.html", "try.css", "try.js", "fennic.wasm").allMatch(part -> Files.exists(parts.resolve(part)));
+        boolean made = Stream.of("try.html", "try.css", "try.js", "fennic.wasm").map(parts::resolve).allMatch(Files::exists);
         return made ? new LivePage(parts, Resource.text("gallery.css")) : null;
     }
 
     /** Where the page begins with these pictures and one operation. */
     static String address(Gallery.Subject subject, Operation operation) {
         return "try.html#base=%s&layer=%s&do=%s".formatted(
-            Page.urlEncoded(subject.icon().picture().name()), Page.urlEncoded(subject.layer().picture().name()), operation.name());
+            Page.urlEncoded(subject.icon().picture().name()), Page.urlEncoded(subject.layer().picture().name()),
+            operation.name());
     }
 
     String html(List<Gallery.Source> samples, String favicon) {
@@ -53,8 +55,9 @@ final class LivePage {
     }
 
     private static String json(Operation operation) {
-        Function<Parameter, String> slot = p -> "«" + (p.isBitmap() ? p.initial() : p.name()) + "»";
         List<Parameter> choices = operation.choices();
+        Function<Parameter, String> slot = p ->
+            p.isBitmap() ? "«" + p.initial() + "»" : choices.contains(p) ? "«" + p.name() + "»" : p.literal("icon");
         return Json.object("name", Json.string(operation.name()), "family", Json.string(operation.family()),
             "summary", Json.string(operation.summary()), "words", Json.string(Words.finding(Stream.of(operation))),
             "command", Json.string(operation.kind().equals("BLEND") ? "blend" : "effect"),
@@ -62,8 +65,8 @@ final class LivePage {
             "fixed", operation.isNumbered() ? Json.object("mode", operation.parameters().get(2).initial()) : "{}",
             "recipes", array(operation.parameters().stream().filter(Parameter::isBitmap).map(p -> Json.string(p.initial()))),
             "parameters", array(choices.stream().map(LivePage::json)),
-            "typed", Json.string(operation.typedCall(p -> p.isBitmap() || choices.contains(p) ? slot.apply(p) : p.literal("icon"))),
-            "native", Json.string(operation.call(p -> p.isBitmap() || choices.contains(p) ? slot.apply(p) : p.literal("icon"))));
+            "typed", Json.string(operation.typedCall(slot)),
+            "native", Json.string(operation.call(slot)));
     }
 
     private static String json(Parameter p) {
@@ -74,8 +77,9 @@ final class LivePage {
     }
 
     private static String json(Parameter p, Operation.Spelling spelling) {
-        return Json.object("usual", Json.string(p.literal("icon", spelling)), "before", Json.string(spelling.before()),
-            "whole", Json.string(spelling.whole()), "suffix", Json.string(spelling.suffix()), "after", Json.string(spelling.after()));
+        return Json.object("usual", Json.string(p.literal("icon", spelling)),
+            "before", Json.string(spelling.before()), "whole", Json.string(spelling.whole()),
+            "suffix", Json.string(spelling.suffix()), "after", Json.string(spelling.after()));
     }
 
     private static String json(Gallery.Source sample) {
