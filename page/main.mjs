@@ -199,8 +199,9 @@ async function bring(which, file) {
 async function read(file) {
     if (file.size > mostBytes) throw new Error(`the file has more than ${mostBytes / 2 ** 20} MB`);
     const bytes = new Uint8Array(await file.arrayBuffer());
-    if (!isPng(bytes)) return readByBrowser(file, 'The browser read it: it may round translucent pixels, and other formats than PNG differ '
-        + 'from the command line by a level.');
+    if (!isPng(bytes)) {
+        return readByBrowser(file, 'The browser read it, which may round translucent pixels and differ from the command line by a level.');
+    }
     const head = headOf(bytes);
     checkSize(head.width, head.height);
     if (!canRead(head)) return readByBrowser(file, 'It is interlaced with few bits, so the browser read it.');

@@ -140,7 +140,8 @@ async function downloaded() {
 async function commanded(folder) {
     const command = (await text('code-command')).replace(/\.\/fennic/g, `'${join(root, 'fennic')}'`);
     const out = join(scratch, 'out.png');
-    execFileSync('bash', ['-c', `set -o pipefail; ${command.replace(/ out\.png$/, ` '${out}'`)}`], {cwd: folder, stdio: 'pipe'});
+    const line = `set -o pipefail; ${command.replace(/ out\.png$/, ` '${out}'`)}`;
+    execFileSync('bash', ['-c', line], {cwd: folder, stdio: 'pipe'});
     return pixels(readFileSync(out));
 }
 
