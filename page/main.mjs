@@ -89,7 +89,10 @@ const steps = () => state.stack.filter(({on}) => on).map(step => ({
 
 function make() {
     const {picture} = chosen.base, needed = steps().some(({recipes}) => recipes.includes('layer'));
-    if (needed && !layerFor(picture)) return;
+    if (needed && !layerFor(picture)) {
+        runner.stop();
+        return;
+    }
     byId('layer-scaled').hidden = !needed || sizeOf(chosen.layer.picture) === sizeOf(picture);
     const layer = needed ? fitting.picture : null;
     runner.start({base: picture, layer, steps: steps(), order: state.stack.filter(({on}) => on)});
