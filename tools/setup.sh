@@ -15,6 +15,10 @@ proof_packages="googletest junit5 libwebp7 qemu-user-static proguard-cli python3
 wasm_packages="lld-19 llvm-19 python3-minimal"
 command -v node >/dev/null || wasm_packages="$wasm_packages nodejs"
 
+# For the gallery's live page. Node.js from elsewhere brings npm along, Debian's does not.
+page_packages="esbuild $wasm_packages"
+command -v npm >/dev/null || page_packages="$page_packages npm"
+
 say() { printf '%s\n' "$*" >&2; }
 
 # install_missing PACKAGE...: says what is missing and installs it.
@@ -68,6 +72,33 @@ prove_android_files() {
     for abi in $android_abis; do
         build "android-$abi" && ctest --test-dir "$root/build/android-$abi" --output-on-failure -j "$(nproc)" || return 1
     done
+}
+
+# build_page OPTION...: leaves in build/page what the gallery's live page is made of; the options are npm's, build/page.log the log.
+build_page() {
+    build wasm --target fennic_wasm && mkdir -p "$root/build/page" && make_page "$@" >"$root/build/page.log" 2>&1
+}
+
+make_page() {
+    page=$root/build/page
+    wanted="$(cksum <"$root/page/package-lock.json") $*"
+    cp "$root/page/package.json" "$root/page/package-lock.json" "$root/page/try.html" "$root/page/try.css" \
+        "$root/build/wasm/fennic.wasm" "$page" || return 1
+    # Nothing that is installed may run by itself.
+    [ "$(cat "$page/installed" 2>/dev/null)" = "$wanted" ] ||
+        npm ci --prefix "$page" --ignore-scripts --no-audit --no-fund --fetch-retries=1 --fetch-timeout=20000 "$@" || return 1
+    echo "$wanted" >"$page/installed"
+    NODE_PATH=$page/node_modules esbuild "$root/page/main.mjs" --bundle --minify --target=es2022 --outfile="$page/try.js" \
+        '--external:node:*' --log-override:empty-import-meta=silent && touch "$page/built"
+}
+
+# Runs the live page in a browser.
+prove_page() {
+    page=$root/build/page
+    build_page || { cat "$root/build/page.log" >&2; return 1; }
+    "$root/fennic" gallery >/dev/null && NODE_PATH=$page/node_modules esbuild "$root/page/test.mjs" --bundle --platform=node \
+        --format=esm --packages=external --outfile="$page/test.mjs" --log-level=warning &&
+        node "$page/test.mjs" "$root" "$(command -v chromium)"
 }
 
 # Builds the WebAssembly module and runs its tests.

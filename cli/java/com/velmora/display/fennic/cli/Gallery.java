@@ -54,6 +54,13 @@ final class Gallery implements Callable<Integer> {
         description = "What ./benchmark measured, for a chart (default: ${DEFAULT-VALUE}).")
     private Path figures;
 
+    @Option(
+        names = "--live",
+        paramLabel = "DIR",
+        defaultValue = "${sys:fennic.root:-.}/build/page",
+        description = "Where the parts of the live page are, without which it is left out (default: ${DEFAULT-VALUE}).")
+    private Path live;
+
     /** A picture of the page: images/NAME.png. */
     record Picture(String name, int width, int height, byte[] png) {
         static Picture of(String name, Bitmap bitmap) {
@@ -67,6 +74,12 @@ final class Gallery implements Callable<Integer> {
         /** "icon-road-map" is titled "road map". */
         String title() {
             return picture.name.substring(picture.name.indexOf('-') + 1).replace('-', ' ');
+        }
+
+        /** As it is named in the library's folder. */
+        String path() {
+            Path root = Path.of(System.getProperty("fennic.root", "."));
+            return (file.startsWith(root) ? root.relativize(file) : file).toString();
         }
     }
 
@@ -83,6 +96,7 @@ final class Gallery implements Callable<Integer> {
     public Integer call() {
         GalleryFolder folder = new GalleryFolder(out);
         Speeds speeds = Speeds.read(figures);
+        LivePage livePage = LivePage.of(live);
         List<Subject> subjects = subjects();
         List<Card> cards = new ArrayList<>();
         // Everything is made before anything is written, so that a failing native leaves no torn gallery.
@@ -106,7 +120,10 @@ final class Gallery implements Callable<Integer> {
                 strips.forEach(strip -> pictures.addAll(strip.results));
             }
             progress.step("writing");
-            folder.write(new Page(subjects, cards, speeds).html(), pictures);
+            List<Source> samples = Stream.concat(subjects.stream().map(Subject::icon), pictures("layer-").stream()
+                .map(file -> source(file, Pngs.read(file)))).toList();
+            String livePageHtml = livePage == null ? null : livePage.html(samples, Page.file(samples.get(0).picture));
+            folder.write(new Page(subjects, cards, speeds, livePage != null).html(), livePageHtml, pictures);
         }
         System.out.println(folder.index());
         return 0;

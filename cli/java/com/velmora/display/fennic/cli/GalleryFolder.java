@@ -9,7 +9,7 @@ import java.util.Comparator;
 import java.util.List;
 import java.util.stream.Stream;
 
-/** A folder with index.html and the pictures in images, which take the place of a former gallery's and of nothing else. */
+/** A folder with index.html, try.html and pictures in images, which take the place of a former gallery's and of nothing else. */
 final class GalleryFolder {
     /** By this line of its head a page is known as a gallery. */
     private static final String TITLE = "<title>fennic gallery</title>";
@@ -47,7 +47,7 @@ final class GalleryFolder {
     }
 
     /** The pictures are whole before they take their name; the page, without which they are not seen, comes last. */
-    void write(String page, List<Gallery.Picture> pictures) {
+    void write(String page, String livePage, List<Gallery.Picture> pictures) {
         long process = ProcessHandle.current().pid();
         Path fresh = folder.resolve(".images." + process + ".tmp");
         Path former = folder.resolve(".former." + process + ".tmp");
@@ -60,6 +60,11 @@ final class GalleryFolder {
                 Files.move(images, former);
             }
             Files.move(fresh, images);
+            if (livePage == null) {
+                Files.deleteIfExists(folder.resolve("try.html"));
+            } else {
+                Pngs.write(folder.resolve("try.html"), livePage.getBytes(UTF_8));
+            }
             Pngs.write(index(), page.getBytes(UTF_8));
         } catch (IOException e) {
             throw new Failure(folder, "cannot be written: " + e.getMessage() + "; name another place with --out");

@@ -15,6 +15,7 @@ import java.util.List;
 import java.util.Locale;
 import java.util.Map;
 import java.util.Set;
+import java.util.function.Function;
 import java.util.function.ToIntFunction;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
@@ -29,6 +30,17 @@ public record Operation(
     /** A value, which may depend on the size of the picture that it is for. */
     public interface Value {
         Object in(Bitmap picture);
+    }
+
+    /** How values stand in a language's source: what is around all of them, behind each whole one, and behind each. */
+    record Spelling(String before, String whole, String suffix, String after) {
+        static final Spelling PLAIN = new Spelling("", "", "", "");
+
+        String of(String text) {
+            return Stream.of(text.split(","))
+                .map(element -> element + (element.matches("-?\\d+") ? whole : "") + suffix)
+                .collect(joining(", ", before, after));
+        }
     }
 
     /** What the list says of a parameter that a person may choose; least and most are null where that side is open. */
@@ -162,19 +174,37 @@ public record Operation(
         }
 
         /** The default as Java source; a size is that of the bitmap of this name. */
-        private String literal(String bitmap) {
+        String literal(String bitmap) {
+            return literal(bitmap, java());
+        }
+
+        String literal(String bitmap, Spelling spelling) {
             Matcher size = SIZE.matcher(initial);
             if (size.matches()) {
                 String side = initial.replace("width", bitmap + ".getWidth()").replace("height", bitmap + ".getHeight()");
                 String suffix = size.group(3) == null || type.equals("int") ? "" : type.equals("float") ? "f" : ".0";
                 return side.replaceAll("([*/])", " $1 ") + suffix;
             }
+            return isBitmap() ? name : spelling.of(initial);
+        }
+
+        /** How its values stand in Java's source. */
+        Spelling java() {
             return switch (typeWithoutLength()) {
-                case "bitmap" -> name;
-                case "float" -> initial + "f";
-                case "int[]", "float[]" ->
-                    "new " + typeWithoutLength() + " {" + initial.replace(",", ", ").replaceAll("(\\.\\d+)", "$1f") + "}";
-                default -> initial;
+                case "float" -> new Spelling("", "", "f", "");
+                case "float[]" -> new Spelling("new float[] {", "", "f", "}");
+                case "int[]" -> new Spelling("new int[] {", "", "", "}");
+                default -> Spelling.PLAIN;
+            };
+        }
+
+        /** And in Kotlin's, which takes no whole number for a double. */
+        Spelling kotlin() {
+            return switch (typeWithoutLength()) {
+                case "double" -> new Spelling("", ".0", "", "");
+                case "float[]" -> new Spelling("floatArrayOf(", "", "f", ")");
+                case "int[]" -> new Spelling("intArrayOf(", "", "", ")");
+                default -> java();
             };
         }
 
@@ -311,23 +341,27 @@ public record Operation(
 
     /** The call with all defaults as Java source. */
     String call() {
-        String bitmap = parameters.get(0).name;
-        String arguments = parameters.stream().map(parameter -> parameter.literal(bitmap)).collect(joining(", "));
-        return "VelUIBitmapUtils." + nativeName + "(" + arguments + ");";
+        return call(parameter -> parameter.literal(parameters.get(0).name));
+    }
+
+    /** The same with arguments of one's own. */
+    String call(Function<Parameter, String> argument) {
+        return "VelUIBitmapUtils." + nativeName + "(" + parameters.stream().map(argument).collect(joining(", ")) + ");";
     }
 
     /** The same call by name; what the native writes into an array comes back from it. */
     public String typedCall() {
-        if (kind.equals("BLEND")) {
-            return (isNumbered() ? "StraightBlend." + constant(like(listed(), parameters.get(2).initial))
-                : "Blend." + constant(name)) + ".apply(base, layer);";
-        }
-        String bitmap = parameters.get(0).name;
-        String arguments = parameters.stream()
-            .filter(Parameter::isTyped)
-            .map(parameter -> parameter.literal(bitmap))
-            .collect(joining(", "));
-        return (kind.matches("EFFECT|FILTER") ? "Effects." : "IconMetrics.") + camelCase() + "(" + arguments + ");";
+        return typedCall(parameter -> parameter.literal(parameters.get(0).name));
+    }
+
+    String typedCall(Function<Parameter, String> argument) {
+        String typed = !kind.equals("BLEND") ? (kind.matches("EFFECT|FILTER") ? "Effects." : "IconMetrics.") + camelCase()
+            : (isNumbered() ? "StraightBlend." + constant(like(listed(), parameters.get(2).initial)) : "Blend." + constant(name))
+                + ".apply";
+        return typed + parameters.stream()
+            .filter(parameter -> kind.equals("BLEND") ? parameter.isBitmap() : parameter.isTyped())
+            .map(argument)
+            .collect(joining(", ", "(", ");"));
     }
 
     private static String constant(String name) {
@@ -397,6 +431,11 @@ public record Operation(
 
     private static List<String> words(String text) {
         return text.isBlank() ? List.of() : List.of(text.strip().split("\\s+"));
+    }
+
+    /** The name on the list, where all numbers of an operation are one. */
+    String listedName() {
+        return isNumbered() ? name.substring(0, name.lastIndexOf('-')) : name;
     }
 
     /** Whether it is one number of an operation that the list gives a range of. */

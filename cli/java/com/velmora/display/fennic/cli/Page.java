@@ -24,9 +24,11 @@ final class Page {
     private final List<Gallery.Subject> subjects;
     private final List<Gallery.Card> cards;
     private final Speeds speeds;
+    private final boolean live;
 
-    /** Without speeds the page says how to measure them. */
-    Page(List<Gallery.Subject> subjects, List<Gallery.Card> cards, Speeds speeds) {
+    /** Without speeds the page says how to measure them; with a live page beside it, links to that. */
+    Page(List<Gallery.Subject> subjects, List<Gallery.Card> cards, Speeds speeds, boolean live) {
+        this.live = live;
         this.subjects = subjects;
         this.cards = cards;
         this.speeds = speeds;
@@ -40,7 +42,8 @@ final class Page {
             .replace("{{style}}", Resource.text("gallery.css"))
             .replace("{{favicon}}", file(subjects.get(0).icon().picture()))
             .replace("{{counts}}", "%d blends, %d effects and %d filters over %d icons and %d layers".formatted(
-                count("BLEND"), count("EFFECT"), count("FILTER"), subjects.size(), layers))
+                count("BLEND"), count("EFFECT"), count("FILTER"), subjects.size(), layers)
+                + (live ? ". <a class=\"live\" href=\"try.html\">Try them on a picture of your own</a>" : ""))
             .replace("{{navigation}}", each(families, this::navigation))
             .replace("{{families}}", each(families, this::section))
             .replace("{{letters}}", Formula.letters())
@@ -95,7 +98,7 @@ final class Page {
             <h3><a href="#card-%1$s">%1$s</a></h3>
             %3$s
             <p class="speed"><b>%4$s</b> ns per pixel%5$s</p>
-            </header>
+            %16$s</header>
             <p class="summary">%6$s.</p>
             %7$s<div class="strips" style="--tiles:%8$d">
             %9$s</div>
@@ -121,7 +124,12 @@ final class Page {
                 formula.more().isEmpty() ? "" : "<details>\n<summary>More</summary>\n" + formula.more() + "\n</details>\n",
                 CALLS.stream().map(call -> choice(call, operation.name())).collect(joining()),
                 code(0, escaped(operation.typedCall())) + code(1, escaped(operation.call())) + code(2, command(card)),
-                meanings(operation));
+                meanings(operation), tryLink(card));
+    }
+
+    private String tryLink(Gallery.Card card) {
+        return !live ? "" : "<a class=\"live\" href=\"%s\" aria-label=\"Try it: %s\">Try it</a>\n".formatted(
+            escaped(LivePage.address(card.strips().get(0).subject(), card.operation())), escaped(card.operation().name()));
     }
 
     /** What each parameter means, with its range and unit. */
@@ -184,8 +192,7 @@ final class Page {
 
     /** The file as it is named in the library's folder, and as a shell takes it. */
     private static String argument(Gallery.Source source) {
-        Path root = Path.of(System.getProperty("fennic.root", "."));
-        String path = (source.file().startsWith(root) ? root.relativize(source.file()) : source.file()).toString();
+        String path = source.path();
         return " " + escaped(path.matches("[\\w./-]+") ? path : "'" + path.replace("'", "'\\''") + "'");
     }
 
@@ -210,8 +217,12 @@ final class Page {
             .formatted(file(picture), description, picture.width(), picture.height());
     }
 
-    private static String file(Gallery.Picture picture) {
-        return "images/" + URLEncoder.encode(picture.name(), UTF_8).replace("+", "%20") + ".png";
+    static String file(Gallery.Picture picture) {
+        return "images/" + urlEncoded(picture.name()) + ".png";
+    }
+
+    static String urlEncoded(String name) {
+        return URLEncoder.encode(name, UTF_8).replace("+", "%20");
     }
 
     private String measurement(Gallery.Subject subject) {

@@ -264,7 +264,13 @@ class CommandLineTest {
         Files.writeString(folder.resolve("gallery/images/former.png"), "");
         Files.writeString(folder.resolve("gallery/index.html"), "<title>fennic gallery</title>");
 
-        Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery", "--figures", "figures.csv");
+        Files.createDirectories(folder.resolve("page"));
+        Files.writeString(folder.resolve("page/try.html"), "{{style}}<data>{{data}}</data><script>{{script}}</script>{{favicon}}");
+        Files.writeString(folder.resolve("page/try.css"), "/* more */");
+        Files.writeString(folder.resolve("page/try.js"), "'{{data}}$1'");
+        Files.write(folder.resolve("page/fennic.wasm"), new byte[8]);
+
+        Result result = run(folder, "gallery", "--icons", ".", "--out", "gallery", "--figures", "figures.csv", "--live", "page");
         assertEquals(0, result.exitCode, result.err);
         String page = Files.readString(folder.resolve("gallery/index.html"));
         Map<String, String> cards = Pattern.compile("class=\"card\" id=\"card-([^\"]+)\".*?</article>", Pattern.DOTALL)
@@ -280,6 +286,7 @@ class CommandLineTest {
             int steps = all(" data-steps=\"([^\"]+)\"", card).stream().mapToInt(texts -> texts.split("[|]").length).sum();
             IntStream.range(0, steps).forEach(step -> shown.add(name + "-" + step + "-icon-oblong.png"));
             boolean formula = card.replaceFirst("(?s).*<summary>Formula</summary>", "")
+                .replaceFirst("(?s)<ul>\n<li><code>\\w+</code>: .*?</ul>\n", "")
                 .replaceFirst("(?s)(<details>|</details>).*", "").contains("<code>");
             assertEquals(!List.of("pick-channel", "pixelate").contains(name), formula, "a formula in its comment: " + name);
             assertTrue(Pattern.compile("<code class=\"java\">(Blend|StraightBlend|Effects)\\.\\w.*;<").matcher(card).find(), name);
@@ -312,6 +319,20 @@ class CommandLineTest {
         assertTrue(page.contains("<b>1.25 ×</b>"), "the ratio to the fastest peer");
         assertEquals(List.of("Darken", "Lighten", "Contrast", "Compare", "Hue", "By number", "Masks and sums", "Channels", "Tones",
             "Patterns", "Colour", "Detail", "Space", "Measurements", "Speed", "Letters of the formulas"), all("<h2>([^<]+)</h2>", page));
+
+        // The live page has each operation and picture; a card leads to its own.
+        String live = Files.readString(folder.resolve("gallery/try.html"));
+        assertTrue(live.contains("/* more */") && live.contains("<script>'{{data}}$1'</script>images/icon-oblong.png"));
+        String data = all("<data>([^<]*)</data>", live).get(0);
+        assertEquals(names, all("\\{\"name\": \"([^\"]+)\", \"family\"", data));
+        assertEquals(List.of("icon-oblong", "layer-plain"), all("\\{\"name\": \"([^\"]+)\", \"title\"", data));
+        for (String text : List.of("\"native\": \"VelUIBitmapUtils.nativeEraseGray(«result», «threshold», null, null);\"",
+                "\"typed\": \"Effects.sharpen(«input», «result», «sharpness»);\"", "\"module\": \"mode\", \"fixed\": {\"mode\": 12}",
+                "\"kotlin\": {\"usual\": \"floatArrayOf(0.5f, 0.5f)\"", "{\"usual\": \"icon.getWidth() * 5 / 12f\"")) {
+            assertTrue(data.contains(text), text);
+        }
+        cards.forEach((name, card) ->
+            assertTrue(card.contains("\"try.html#base=icon-oblong&amp;layer=layer-plain&amp;do=" + name + "\""), name));
 
         // The command of a card makes its picture.
         for (String name : List.of("darken", "vignette-4")) {
