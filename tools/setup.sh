@@ -104,13 +104,12 @@ prove_page() {
 # Builds the WebAssembly module and runs its tests.
 prove_wasm() { build wasm && ctest --test-dir "$root/build/wasm" --output-on-failure -j "$(nproc)" --no-tests=error; }
 
-# Runs Android's files: the tests of what the library exports, on this processor or under qemu, and the JVM's; and the desktop's two
-# libraries: their digests and examples.
+# prove_libraries PRESET...: runs Android's 64-bit files, and those of the presets: the tests of what the library exports, on this
+# processor or under qemu, and the JVM's; and the desktop's two libraries: their digests and examples.
 prove_libraries() {
-    for preset in armel i386; do build $preset --target android_tests || return 1; done
+    for preset in "$@"; do build "$preset" --target android_tests || return 1; done
     build arm64 --target android_tests shipped_tests || return 1
     build test --target android_tests shipped_tests jnigraphics webp fennic_java_tests || return 1
-    # The slowest first.
-    printf '%s\n' armel release arm64 i386 |
+    printf '%s\n' "$@" release arm64 |
         xargs -P "$(nproc)" -I {} ctest --test-dir "$root/build/{}" -R '^android|^shipped$' --output-on-failure --no-tests=error
 }
