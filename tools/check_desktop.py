@@ -17,8 +17,8 @@ import time
 import zipfile
 from pathlib import Path
 
-root = Path(__file__).resolve().parent.parent
-version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
+from checks import demand, finish, root, run, version
+
 published = Path(sys.argv[1]).resolve() / "maven/com/velmora/display"
 jar, command_line = (published / name / version / f"{name}-{version}.jar" for name in ("fennic-desktop", "fennic-cli"))
 folder_in_jar = "com/velmora/display/fennic/desktop"
@@ -32,18 +32,6 @@ oldest_glibc = (2, 31)
 java, junit = Path(shutil.which("java")), "/usr/share/java/junit-platform-console-standalone.jar"
 kotlin, picocli = "/usr/share/java/kotlin-stdlib.jar", "/usr/share/java/picocli.jar"
 blended = "0 ff330000\n"
-faults = []
-
-
-def demand(holds, fault):
-    if not holds:
-        faults.append(fault)
-
-
-def run(*command, **options):
-    done = subprocess.run([str(word) for word in command], capture_output=True, text=True, **options)
-    demand(done.returncode == 0, f"{' '.join(map(str, command[:2]))}: {(done.stdout + done.stderr)[-1000:]}")
-    return done.stdout
 
 
 def check_library(library, page):
@@ -233,7 +221,4 @@ with tempfile.TemporaryDirectory() as folder:
     check_programs(classes, scratch)
     check_command_line(scratch)
 
-for fault in faults:
-    print(fault)
-print(f"{jar.name}, {jar.stat().st_size} bytes, and the command line: {'wrong' if faults else 'as they should be'}")
-sys.exit(1 if faults else 0)
+finish(f"{jar.name}, {jar.stat().st_size} bytes, and the command line", "as they should be")

@@ -9,33 +9,20 @@ the sums.
 
 import json
 import re
-import subprocess
 import sys
 import tarfile
 import tempfile
 import zipfile
 from pathlib import Path
 
-root = Path(__file__).resolve().parent.parent
+from checks import demand, finish, root, run, version
+
 dist = Path(sys.argv[1]).resolve()
 abis = sys.argv[2:]
-version = re.search(r"project\(fennic VERSION ([\d.]+)", (root / "CMakeLists.txt").read_text())[1]
 natives_class, consumer_class = "com.velmora.display.fennic.VelUIBitmapUtils", "org.example.Consumer"
 java_sources = {file.relative_to(folder).as_posix() for folder in (root / "java", root / "android/java") for file in folder.rglob("*.java")}
 module = "prefab/modules/fennic"
 stand_ins = root / "samples/android/stand-ins"  # for classes of the platform
-faults = []
-
-
-def demand(holds, fault):
-    if not holds:
-        faults.append(fault)
-
-
-def run(*command, **options):
-    done = subprocess.run([str(word) for word in command], capture_output=True, text=True, **options)
-    demand(done.returncode == 0, f"{' '.join(map(str, command[:2]))}: {(done.stdout + done.stderr)[-500:]}")
-    return done.stdout
 
 
 def fits(value, schema):
@@ -201,7 +188,4 @@ with tempfile.TemporaryDirectory() as folder:
     check_readme(aar)
     check_maven()
 
-for fault in faults:
-    print(fault)
-print(f"fennic {version}, {dist.name}/: {'wrong' if faults else 'as it should be'}")
-sys.exit(1 if faults else 0)
+finish(f"fennic {version}, {dist.name}/", "as it should be")
