@@ -59,7 +59,7 @@ constexpr auto perChannelUnder(NewAlpha newAlpha, Rule rule) {
 
 // The alpha of one pixel over another: a1 + a2 - a1 * a2 / 255; and the same in whole numbers.
 constexpr auto unionAlpha = [](auto a1, auto a2) {
-    return clamped<decltype(a1)>((65025.0f - inverse(a1) * inverse(a2)) * K, 255.0f);
+    return capped((65025.0f - inverse(a1) * inverse(a2)) * K, decltype(a1)(255.0f));
 };
 constexpr auto wholeUnionAlpha = [](Tone a1, Tone a2) { return Tone::of(whole(float(unionAlpha(a1, a2)))); };
 
@@ -96,8 +96,9 @@ struct Coverage {
     Number mix(Number total, Number b, Number s, Number f) const {
         // Of opaque pixels no compiler sees that nothing times b is nothing.
         if (isKnown(float(both)) && both == 65025.0f) return f;
-        auto share = [=](Number part) { return quotient(part, total, 1.0f); };
-        return fused(f, share(both), fused(b, share(base), s * share(layer)));
+        // Divisions, for three quotients of one divisor: beside those of six straight channels they are no longer what is
+        // waited for.
+        return fused(f, both / total, fused(b, base / total, s * (layer / total)));
     }
 };
 

@@ -20,14 +20,14 @@ constexpr auto byAlphaLessRed = [](Word layer) { return Channel(byteOf(layer, al
 
 // The sum of both colours where both cover, each alone where it is alone. Deliberate: the layer, too, is un-premultiplied by
 // the base's alpha, with one division as in wholeStraight. Infinite quotients are cut where nothing changes any more; no weight
-// at all (NaN) gives 0.
+// at all (NaN) gives 0. The alpha is cap enough for the mix: 255 * K is above 1.
 constexpr auto added = RULE() {
     const Tone scale = a1 == 0.0f ? Tone(65536.0f) : 255.0f / a1, middle = a1 == 0.0f ? Tone(0.0f) : scale * (0.5f / 255.0f);
     auto wholeOf = [=](Tone c) { return Tone::of(whole(float(roughly(c, scale, middle)))); };
     const Tone base = wholeOf(c1), layer = wholeOf(c2), sum = clamped<Tone>(base + layer, 255.0f);
     const Coverage parts(a1, a2);
     const Tone mix = parts.mix(parts.both + parts.layer + parts.base, base, layer, sum);
-    return clamped(clamped<Tone>(mix, 255.0f) * top * K, top);
+    return clamped(mix * top * K, top);
 };
 
 }  // namespace

@@ -69,15 +69,20 @@ constexpr auto subtract    = FORMULA { return greater(a, b) - b; };
 
 }  // namespace opaque
 
-// What of a mode both pixels cover together, times 255 * 255, in whole numbers: f * a1 * a2 for the formula's f of straight
-// channels, which no longer divides then, since c1 * 255 / a1 times a1 * a2 is 255 * c1 * a2. It is capped by a1 * a2.
+// What a mode takes away from the sum of two channels, times 255, in whole numbers: c1 * a2 + c2 * a1 - both, where both is
+// f * a1 * a2, capped by a1 * a2, for the formula's f of straight channels. It divides no longer, since c1 * 255 / a1 times
+// a1 * a2 is 255 * c1 * a2. Darken's needs no cap: where it is above that, the alpha caps the channel.
 namespace whole {
 
-constexpr auto darken      = RULE() { return lesser(c1 * a2, c2 * a1); };
-constexpr auto multiply    = RULE() { return c1 * c2; };
-constexpr auto lighten     = RULE() { return greater(c1 * a2, c2 * a1); };
-constexpr auto linearDodge = RULE() { const auto b = lesser(c1 * a2, a1 * a2); return b + lesser(c2 * a1, a1 * a2 - b); };
-constexpr auto hardMix     = RULE() { return c2 * a1 < a1 * a2 - lesser(c1 * a2, a1 * a2) ? all(0) : a1 * a2; };
+// What x has beyond y.
+inline Shorts beyond(Shorts x, Shorts y) { return greater(x, y) - y; }
+
+constexpr auto darken      = RULE() { return greater(c1 * a2, c2 * a1); };
+constexpr auto multiply    = RULE() { return c1 * a2 + c2 * a1 - lesser(c1 * c2, a1 * a2); };
+constexpr auto lighten     = RULE() { const auto x = c1 * a2, y = c2 * a1; return lesser(x, y) + beyond(greater(x, y), a1 * a2); };
+constexpr auto linearDodge = RULE() { const auto y = c2 * a1; return beyond(c1 * a2, beyond(a1 * a2, y)) + beyond(y, a1 * a2); };
+constexpr auto hardMix     = RULE() { const auto x = c1 * a2, y = c2 * a1, full = a1 * a2;
+                                      return x + y - (y < beyond(full, x) ? all(0) : full); };
 
 }  // namespace whole
 
@@ -133,12 +138,20 @@ inline Shorts brightness(Words pixels) {
 }
 
 constexpr auto wholeColour = [](auto isLayers) {
-    return RULE(isLayers) { return isLayers ? c2 * a1 : c1 * a2; };
+    return RULE(isLayers) {
+        const auto x = c1 * a2, y = c2 * a1;
+        return x + y - lesser(isLayers ? y : x, a1 * a2);
+    };
 };
 
 }  // namespace whole
 
 }  // namespace mode
+
+// A straight mix under the union alpha. For Tones the alpha is cap enough: 255 * K is above 1. Where a pixel is transparent,
+// the mix may be NaN, and its guard drops what comes of it.
+inline Channel underUnion(Channel mix, Channel top) { return clamped(clamped(mix, 255.0f) * top * K, top); }
+inline Tone underUnion(Tone mix, Tone top) { return capped(mix * top * K, top); }
 
 // A formula composited under the union alpha `top`.
 template <typename Formula>
@@ -148,8 +161,7 @@ constexpr auto onStraight(Formula formula) {
         const auto f = clamped<decltype(c1)>(formula(b, s), 255.0f);
         if (isKnownFull(a1) && isKnownFull(a2)) return f * top * K;  // less than 256
         const Coverage parts(a1, a2);
-        const auto mix = parts.mix(parts.both + (parts.layer + parts.base), b, s, f);
-        return clamped(clamped<decltype(c1)>(mix, 255.0f) * top * K, top);
+        return underUnion(parts.mix(parts.both + (parts.layer + parts.base), b, s, f), top);
     };
 }
 
@@ -158,14 +170,11 @@ constexpr auto compositedOnStraight = [](auto formula) { return composited(perCh
 // The same in whole numbers. The weights' total is 255 times the union alpha, which cancels, and a channel is
 // (c1 * (255 - a2) + c2 * (255 - a1) + both) / 255 = c1 + c2 - (c1 * a2 + c2 * a1 - both) / 255 truncated; what is taken away
 // is never above 65025. Every formula leaves full channels full, so that c1 = a1 and c2 = a2 give the alpha, beside the green.
-template <typename Both>
-constexpr auto onPremultiplied(Both both) {
+template <typename Taken>
+constexpr auto onPremultiplied(Taken taken) {
     return InVectors{[=](Words base, Words layer) {
         const Shorts a1 = alphasOf(base), a2 = alphasOf(layer);
-        auto sum = [=](Shorts c1, Shorts c2) {
-            const Shorts shared = lesser(both(c1, c2, a1, a2, a1), a1 * a2);
-            return c1 + c2 - quotientUp(c1 * a2 + c2 * a1 - shared);
-        };
+        auto sum = [=](Shorts c1, Shorts c2) { return c1 + c2 - quotientUp(taken(c1, c2, a1, a2, a1)); };
         const Shorts redBlue = sum(lowOf(base), lowOf(layer)), greenAlpha = sum(highOf(base), highOf(layer));
         const Shorts top = forBoth(Words(greenAlpha) >> 16);
         return wordsOf(lesser(redBlue, top), lesser(greenAlpha, top));

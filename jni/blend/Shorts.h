@@ -26,7 +26,7 @@ inline Words wordsOf(Shorts low, Shorts high) { return Words(low | high << 8); }
 // A number of each pixel beside itself, for both of its channels.
 inline Shorts forBoth(Words numbers) { return Shorts(numbers | numbers << 16); }
 inline Shorts alphasOf(Words pixels) { return forBoth(pixels >> alpha); }
-inline Words isVisible(Words pixels) { return Words(alphasOf(pixels) != 0); }
+inline auto isVisible(Words pixels) { return Words(alphasOf(pixels)) != 0; }
 
 // A rule of whole vectors of pixels, which blendRow takes like one on words.
 template <typename Rule>

@@ -61,7 +61,7 @@ void blackAndWhite(Pixels pixels, float threshold) {
     const float scale = threshold * (1000.0f / 255.0f);
     Word results[most];
     for (std::size_t y = 0; y < pixels.height; ++y) {
-        inPieces<most>(0, pixels.width, [&](std::int64_t begin, std::int64_t length) {
+        inPieces(most, 0, pixels.width, [&](std::int64_t begin, std::int64_t length) {
             StoredWord* row = pixels.row(y) + begin;
             Word near = 0;
             for (std::int64_t x = 0; x < length; ++x) {

@@ -95,7 +95,7 @@ void tintRow(StoredWord* row, std::size_t width, const jfloat (&colour)[3], floa
         for (std::int64_t x = 0; x < length; ++x) row[begin + x] = results[x];
     };
     inPiecesByAlphas(row, std::int64_t(width), [&](std::int64_t first, std::int64_t all, auto known) {
-        inPieces<most>(first, first + all, [&](std::int64_t begin, std::int64_t length) { piece(begin, length, known); });
+        inPieces(most, first, first + all, [&](std::int64_t begin, std::int64_t length) { piece(begin, length, known); });
     });
 }
 

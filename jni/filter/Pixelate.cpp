@@ -62,7 +62,7 @@ void pixelate(StoredWord* row, std::int64_t width, Blocks blocks) {
         blocks.kept(begin + length, [&](std::int64_t x) { row[x] = colours[x - begin]; });
     };
     // The last pixel goes by itself: its colour may be that of the row's first one, rewritten.
-    inPieces<Blocks::most>(0, width - 1, piece);
+    inPieces(Blocks::most, 0, width - 1, piece);
     if (width > 0) piece(width - 1, 1);
 }
 

@@ -61,7 +61,7 @@ private:
 // The same by strips: each straight channel is made once for its four uses, and three rows of them are kept.
 void sharpenApart(Pixels from, Pixels to, Sharpened sharpened) {
     const std::int64_t height = from.height;
-    inPieces<StraightRow::most>(0, from.width, [&](std::int64_t left, std::int64_t length) {
+    inPieces(StraightRow::most, 0, from.width, [&](std::int64_t left, std::int64_t length) {
         StraightRow rows[3];
         for (StraightRow& row : rows) row.clear(length);
         if (height > 0) rows[0].read(from.row(0), left, length, from.width);

@@ -13,9 +13,9 @@ int BitmapVignette(JNIEnv* env, jobject bitmap, jfloatArray centre, jintArray co
         const float edgeRed = float(edge.at[0]), edgeGreen = float(edge.at[1]), edgeBlue = float(edge.at[2]);
         const float ramp = end - start;
         // By strips, which share the distances of their columns.
-        constexpr std::int64_t most = 1024;
+        constexpr std::int64_t most = 4096;
         float columns[most];
-        inPieces<most>(0, pixels.width, [&](std::int64_t left, std::int64_t length) {
+        inPieces(most, 0, pixels.width, [&](std::int64_t left, std::int64_t length) {
             for (std::int64_t x = 0; x < length; ++x) columns[x] = float(int(left + x)) / float(pixels.width) - middle.at[0];
             for (std::size_t y = 0; y < pixels.height; ++y) {
                 const float dy = float(y) / float(pixels.height) - middle.at[1];

@@ -1,7 +1,5 @@
 #include "Levels.h"
 
-#include <atomic>
-
 #ifdef FENNIC_SEVERAL_LEVELS
 #include <cpuid.h>
 #endif
@@ -41,10 +39,9 @@ Level processorsLevel() { return Level::baseline; }
 
 #endif
 
-// One more than the level; 0 as long as nobody has asked the processor, which costs a trap on virtual machines.
-std::atomic<int> inUse{0};
-
 }  // namespace
+
+std::atomic<int> numberInUse{0};
 
 Level bestLevel() {
     static std::atomic<int> best{0};
@@ -55,11 +52,6 @@ Level bestLevel() {
 
 Level useLevel(Level wanted) {
     const Level level = wanted < bestLevel() ? wanted : bestLevel();
-    inUse.store(1 + int(level), std::memory_order_relaxed);
+    numberInUse.store(1 + int(level), std::memory_order_relaxed);
     return level;
-}
-
-Level levelInUse() {
-    const int known = inUse.load(std::memory_order_relaxed);
-    return known ? Level(known - 1) : useLevel(bestLevel());
 }

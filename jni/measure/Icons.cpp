@@ -33,7 +33,7 @@ void averageColour(JNIEnv* env, jobject bitmap, int x, int y, int w, int h, jint
             Word r = 0, g = 0, b = 0, a = 0, n = 0;
             for (std::int64_t row = top; row < bottom; ++row) {
                 // Two channels share the halves of a word, which hold the sums of 256 pixels.
-                inPieces<256>(left, right, [&](std::int64_t begin, std::int64_t length) {
+                inPieces(256, left, right, [&](std::int64_t begin, std::int64_t length) {
                     const StoredWord* words = pixels.row(std::size_t(row)) + begin;
                     Word redBlue = 0, greenAlpha = 0, counted = 0;
                     for (std::int64_t column = 0; column < length; ++column) {

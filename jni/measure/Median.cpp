@@ -41,8 +41,8 @@ constexpr std::int64_t pieceLength = 64;
 template <typename Piece>
 void eachPiece(Pixels pixels, Piece piece) {
     for (std::size_t y = 0; y < pixels.height; ++y)
-        inPieces<pieceLength>(0, pixels.width,
-                              [&](std::int64_t begin, std::int64_t length) { piece(pixels.row(y) + begin, length); });
+        inPieces(pieceLength, 0, pixels.width,
+                 [&](std::int64_t begin, std::int64_t length) { piece(pixels.row(y) + begin, length); });
 }
 
 // How many pixels have each value. Four counters of a value take turns, so that equal pixels do not wait for each other.
