@@ -103,11 +103,13 @@ Formula chosen(int mode, bool (*isChosen)(float brightness1, float brightness2))
 
 // clang-format off
 const std::pair<int, float (*)(float, float)> opaqueModes[] = {
-    {3, Modes::getChannelDarken},       {4, Modes::getChannelMultiply},     {5, Modes::getChannelColorBurn},    {6, Modes::getChannelLinearBurn},
-    {8, Modes::getChannelLighten},      {9, Modes::getChannelScreen},       {10, Modes::getChannelColorDodge},  {11, Modes::getChannelLinearDodge},
-    {13, Modes::getChannelOverlay},     {14, Modes::getChannelSoftLight},   {15, Modes::getChannelHardLight},   {16, Modes::getChannelVividLight},
-    {17, Modes::getChannelLinearLight}, {18, Modes::getChannelPinLight},    {19, Modes::getChannelHardMix},     {20, Modes::getChannelDifference},
-    {21, Modes::getChannelExclusion},   {22, Modes::getChannelSubtract},    {23, Modes::getChannelDivide}};
+    {3, Modes::getChannelDarken},            {4, Modes::getChannelMultiply},          {5, Modes::getChannelColorBurn},
+    {6, Modes::getChannelLinearBurn},        {8, Modes::getChannelLighten},           {9, Modes::getChannelScreen},
+    {10, Modes::getChannelColorDodge},       {11, Modes::getChannelLinearDodge},      {13, Modes::getChannelOverlay},
+    {14, Modes::getChannelSoftLight},        {15, Modes::getChannelHardLight},        {16, Modes::getChannelVividLight},
+    {17, Modes::getChannelLinearLight},      {18, Modes::getChannelPinLight},         {19, Modes::getChannelHardMix},
+    {20, Modes::getChannelDifference},       {21, Modes::getChannelExclusion},        {22, Modes::getChannelSubtract},
+    {23, Modes::getChannelDivide}};
 // clang-format on
 
 }  // namespace

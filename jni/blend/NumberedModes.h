@@ -79,10 +79,12 @@ inline Shorts beyond(Shorts x, Shorts y) { return greater(x, y) - y; }
 
 constexpr auto darken      = RULE() { return greater(c1 * a2, c2 * a1); };
 constexpr auto multiply    = RULE() { return c1 * a2 + c2 * a1 - lesser(c1 * c2, a1 * a2); };
-constexpr auto lighten     = RULE() { const auto x = c1 * a2, y = c2 * a1; return lesser(x, y) + beyond(greater(x, y), a1 * a2); };
-constexpr auto linearDodge = RULE() { const auto y = c2 * a1; return beyond(c1 * a2, beyond(a1 * a2, y)) + beyond(y, a1 * a2); };
-constexpr auto hardMix     = RULE() { const auto x = c1 * a2, y = c2 * a1, full = a1 * a2;
-                                      return x + y - (y < beyond(full, x) ? all(0) : full); };
+constexpr auto lighten     = RULE() { const auto x = c1 * a2, y = c2 * a1;
+                                      return lesser(x, y) + beyond(greater(x, y), a1 * a2); };
+constexpr auto linearDodge = RULE() { const auto x = c1 * a2, y = c2 * a1;
+                                      return beyond(x, beyond(a1 * a2, y)) + beyond(y, a1 * a2); };
+constexpr auto hardMix     = RULE() { const auto x = c1 * a2, y = c2 * a1;
+                                      return x + y - (y < beyond(a1 * a2, x) ? all(0) : a1 * a2); };
 
 }  // namespace whole
 
