@@ -76,10 +76,10 @@ const std::vector<ShortForm>& opaqueForms() {
     static const std::vector<ShortForm> list = [] {
         std::vector<ShortForm> forms = {
             {"color-burn-b", row(perChannelUnder(alphaAB, zeroAtZero(layer::colorBurnB)))},
-            {"screen", row(perChannel(layer::screen))},
+            {"screen", row(unlessBaseIsClear(perChannel(layer::screen)))},
             {"overlay-c", row(perChannel(layer::overlayC))},
-            {"soft-light", row(perChannel(layer::softLight))},
-            {"vivid-light", row(perChannel(layer::vividLight))},
+            {"soft-light", row(unlessBaseIsClear(perChannel(layer::softLight)))},
+            {"vivid-light", row(unlessLayerIsClear(perChannel(layer::vividLight)))},
             {"linear-light-c", row(layer::linearLightCPixel)},
             {"divide", row(perChannel(layer::divide))},
         };

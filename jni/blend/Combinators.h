@@ -96,8 +96,7 @@ struct Coverage {
     Number mix(Number total, Number b, Number s, Number f) const {
         // Of opaque pixels no compiler sees that nothing times b is nothing.
         if (isKnown(float(both)) && both == 65025.0f) return f;
-        // Divisions, for three quotients of one divisor: beside those of six straight channels they are no longer what is
-        // waited for.
+        // Divisions, though they share a divisor: a processor that is spared those of six straight channels has time for three.
         return fused(f, both / total, fused(b, base / total, s * (layer / total)));
     }
 };
