@@ -23,13 +23,18 @@ if(NOT FENNIC_SANITIZE)  # which keeps loops scalar
 endif()
 list(LENGTH levels level_count)
 if(level_count GREATER 1 AND NOT ANDROID)  # whose levels are the same sources
-    # Without inlining too, where the most could be shared.
-    add_fennic_objects(unoptimised_objects -O0)
-    add_custom_target(unoptimised ALL)
     foreach(level IN LISTS levels)
-        add_dependencies(unoptimised unoptimised_objects_${level})
-        list(APPEND level_objects $<TARGET_OBJECTS:fennic_objects_${level}> $<TARGET_OBJECTS:unoptimised_objects_${level}>)
+        list(APPEND level_objects $<TARGET_OBJECTS:fennic_objects_${level}>)
     endforeach()
+    # Without inlining too, where the most could be shared; by the compiler of record.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        add_fennic_objects(unoptimised_objects -O0)
+        add_custom_target(unoptimised ALL)
+        foreach(level IN LISTS levels)
+            add_dependencies(unoptimised unoptimised_objects_${level})
+            list(APPEND level_objects $<TARGET_OBJECTS:unoptimised_objects_${level}>)
+        endforeach()
+    endif()
     add_test(NAME levels COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tools/check_levels.py ${level_objects}
         COMMAND_EXPAND_LISTS)
 endif()
