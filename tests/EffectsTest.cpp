@@ -31,14 +31,14 @@ TEST(Effects, PickUpChannelRefusesOtherChannels) {
     EXPECT_EQ(calls, "");
 }
 
-// The operation rounds sums of bytes as the exported function rounds those of any numbers: over all colours, each under several
-// alphas, white first; at the thresholds where the short form begins, too.
 TEST(Effects, TheEaseRisesFromNothingToTheWhole) {
     for (float whole : {1.0f, 100.0f, 255.0f})
         for (auto [share, eased] : {std::pair(0.0f, 0.0f), {0.25f, 0.1464466f}, {0.5f, 0.5f}, {1.0f, 1.0f}})
             EXPECT_FLOAT_EQ(K2D::Add(share * whole, whole), eased * whole);
 }
 
+// The operation rounds sums of bytes as the exported function rounds those of any numbers: over all colours, each under several
+// alphas, white first; at the thresholds where the short form begins, too.
 TEST(Effects, DenoiseRoundsAsItsFunctionDoes) {
     constexpr std::uint32_t width = 4096;
     FakeBitmap bitmap(width, 1);

@@ -37,11 +37,12 @@ Alphas alphasOf(std::int64_t length, FullAt fullAt, NoneAt noneAt) {
 
 // How long pieces are: what is opaque in an icon is narrow, but short pieces cost a fifth on photographs.
 constexpr std::int64_t longPiece = 128, shortPiece = 64;
-inline bool isShort(std::int64_t width) { return width <= 2 * longPiece; }
+inline std::int64_t pieceLengthOf(std::int64_t width) { return width <= 2 * longPiece ? shortPiece : longPiece; }
 
-// Asks for the memory of the next long piece, where a processor by itself would stop at the end of the page.
-inline void fetchAhead(const StoredWord* piece) {
+// Asks for the memory of the next piece of a wide row, where a processor by itself would stop at the end of the page.
+inline void fetchAhead(const StoredWord* piece, std::int64_t width) {
     constexpr std::uintptr_t bytes = longPiece * sizeof(Word), line = 64;
+    if (pieceLengthOf(width) < longPiece) return;
     for (std::uintptr_t at = 0; processor.stopsAtPages && at < bytes; at += line) fetchLine(std::uintptr_t(piece) + bytes + at);
 }
 
@@ -57,8 +58,8 @@ void changeRow(StoredWord* row, std::int64_t width, PixelRule rule) {
 // of the piece have in common.
 template <typename Piece>
 void inPiecesByAlphas(const StoredWord* row, std::int64_t width, Piece piece) {
-    inPieces(isShort(width) ? shortPiece : longPiece, 0, width, [=](std::int64_t begin, std::int64_t length) {
-        if (!isShort(width)) fetchAhead(row + begin);
+    inPieces(pieceLengthOf(width), 0, width, [=](std::int64_t begin, std::int64_t length) {
+        fetchAhead(row + begin, width);
         auto wordAt = [=](std::int64_t x) { return Word(row[begin + x]); };
         const Alphas alphas = alphasOf(length, wordAt, wordAt);
         if (alphas == Alphas::full)
@@ -121,13 +122,11 @@ constexpr auto forClear(PixelRule rule) {
 template <typename PixelRule>
 void blendRowByAlphas(StoredWord* row1, const StoredWord* row2, std::int64_t width, PixelRule rule) {
     const bool apart = areApart(row1, 4 * std::uint64_t(width), row2, 4 * std::uint64_t(width));
-    inPieces(isShort(width) ? shortPiece : longPiece, 0, width, [=](std::int64_t begin, std::int64_t length) {
+    inPieces(pieceLengthOf(width), 0, width, [=](std::int64_t begin, std::int64_t length) {
         StoredWord* const piece1 = row1 + begin;
         const StoredWord* const piece2 = row2 + begin;
-        if (!isShort(width)) {
-            fetchAhead(piece1);
-            fetchAhead(piece2);
-        }
+        fetchAhead(piece1, width);
+        fetchAhead(piece2, width);
         auto bothAt = [=](std::int64_t x) { return Word(piece1[x] & piece2[x]); };
         auto layerAt = [=](std::int64_t x) { return Word(piece2[x]); };
         const Alphas alphas = apart ? alphasOf(length, bothAt, layerAt) : Alphas::any;
